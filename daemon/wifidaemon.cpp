@@ -1,0 +1,175 @@
+// SPDX-FileCopyrightText: 2026 The bxwifid developers
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "wifidaemon.h"
+
+#include "control/wificontrol.h"
+#include "records/status.h"
+#include "support/logging.h"
+#include "support/tool.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusError>
+#include <QProcess>
+#include <QTimer>
+
+namespace
+{
+constexpr int startUpDelay_ms = 100;
+constexpr int supplicantRetryInterval_ms = 4000;
+constexpr int reconnectDelay_ms = 100;      // lets the bus reply leave before the link is rebuilt
+constexpr int addressRefreshDelay_ms = 600; // lets the link settle before an address is asked for
+
+constexpr const char *serviceName = "com.brelvix.bxwifid";
+constexpr const char *logFileName = "wifidaemon";
+
+template<typename Record>
+void registerRecord(const char *name)
+{
+    qRegisterMetaType<Record>(name);
+    qRegisterMetaTypeStreamOperators<Record>(name);
+}
+
+bool isServiceTaken(const QDBusConnection &bus)
+{
+    // There is no interface to ask when there is no bus.
+    const QDBusConnectionInterface *busDaemon = bus.interface();
+    return busDaemon && busDaemon->isServiceRegistered(QLatin1String(serviceName)).value();
+}
+} // namespace
+
+WifiDaemon::WifiDaemon(int &argc, char **argv)
+    : QCoreApplication(argc, argv), syncProcess(new QProcess(this)), envProcess(new QProcess(this))
+{
+    QTimer::singleShot(startUpDelay_ms, this, &WifiDaemon::setup);
+}
+
+WifiDaemon::~WifiDaemon()
+{
+    if (control)
+        control->ctrlRequest(QStringLiteral("SAVE_CONFIG"));
+    sync();
+    endTool(*syncProcess);
+    endTool(*envProcess);
+}
+
+void WifiDaemon::setup()
+{
+    registerRecord<BXNetwork>("BXNetwork");
+    registerRecord<BXNetworkConnected>("BXNetworkConnected");
+    registerRecord<BXStatic>("BXStatic");
+    registerOnBus(Q_FUNC_INFO);
+
+    control = new WifiControl(this);
+    retryTimer = new QTimer(this);
+    connectControl();
+
+    if (control->setup()) {
+        control->ctrlRequest(QStringLiteral("RECONFIGURE"));
+    } else {
+        retryTimer->start(supplicantRetryInterval_ms);
+        qCDebug(debugLog) << "Failed to init with WPA_Supplicant";
+    }
+}
+
+void WifiDaemon::registerOnBus(const char *caller)
+{
+    QDBusConnection bus = QDBusConnection::systemBus();
+    const auto logger = [caller](int line) {
+        return CuteMessageLogger(logFileName, line, caller).write();
+    };
+
+    if (!bus.isConnected())
+        logger(__LINE__) << "Cannot connect to the D-Bus system bus.";
+    if (isServiceTaken(bus))
+        logger(__LINE__) << "Service already registered:" << serviceName;
+    if (bus.registerService(QLatin1String(serviceName)))
+        qCDebug(debugLog) << caller << "Registered service:" << serviceName;
+    else
+        logger(__LINE__) << "Failed to register service:" << serviceName
+                         << " error:" << bus.lastError().message();
+    if (!bus.registerObject(QStringLiteral("/"), this, QDBusConnection::ExportScriptableContents))
+        logger(__LINE__) << "Failed to register object:" << bus.lastError().message();
+}
+
+void WifiDaemon::connectControl()
+{
+    connect(retryTimer, &QTimer::timeout, this, &WifiDaemon::retryWPASetup);
+    connect(control, &WifiControl::scanResultsIn, this, &WifiDaemon::onScanResultsIn);
+    connect(control, &WifiControl::connected, this, &WifiDaemon::onConnected);
+    connect(control, &WifiControl::bssRemoved, this, &WifiDaemon::bssRemoved);
+    connect(control, &WifiControl::disconnected, this, &WifiDaemon::onDisconnected);
+    connect(control, &WifiControl::associating, this, &WifiDaemon::onAssociating);
+    connect(control, &WifiControl::associated, this, &WifiDaemon::onAssociated);
+    connect(control, &WifiControl::terminating, this, &WifiDaemon::onTerminating);
+    connect(control, &WifiControl::ssidError, this, &WifiDaemon::onConnectError);
+    connect(control, &WifiControl::ipRefreshed, this, &WifiDaemon::ipRequest);
+}
+
+void WifiDaemon::retryWPASetup()
+{
+    if (control->setup()) {
+        discardRetryTimer();
+        qCDebug(debugLog) << "Finally init with WPA Supplicant";
+    } else {
+        qCDebug(debugLog) << "Retrying SETUP again in 4sec";
+    }
+}
+
+void WifiDaemon::discardRetryTimer()
+{
+    retryTimer->stop();
+    retryTimer->deleteLater();
+    retryTimer = nullptr;
+}
+
+void WifiDaemon::wpaConnectRequest()
+{
+    qCDebug(debugLog) << Q_FUNC_INFO << "about to establish connection to wpa_supplicant";
+    QTimer::singleShot(reconnectDelay_ms, this, &WifiDaemon::onWpaConnectRequest);
+}
+
+void WifiDaemon::onWpaConnectRequest()
+{
+    qCDebug(debugLog) << Q_FUNC_INFO << "trying to establish connection to wpa_supplicant";
+    control->cleanup();
+    // A retry on the link that is now open would open it a second time.
+    if (control->setup() && retryTimer && retryTimer->isActive())
+        discardRetryTimer();
+    control->ctrlRequest(QStringLiteral("RECONFIGURE"));
+}
+
+void WifiDaemon::onConnected()
+{
+    qCDebug(debugLog) << Q_FUNC_INFO << "about to refresh IP";
+    QTimer::singleShot(addressRefreshDelay_ms, control, &WifiControl::refreshIP);
+    emit statusMessage(Status::Connected);
+    ssidRequest();
+    ipRequest();
+}
+
+void WifiDaemon::onTerminating()
+{
+    emit statusMessage(Status::SupplicantExiting);
+    qCDebug(debugLog) << Q_FUNC_INFO << "removing connection to wpa_supplicant";
+    control->cleanup();
+    ssidRequest();
+    ipRequest();
+}
+
+void WifiDaemon::onConnectError(int status)
+{
+    emit statusMessage(status);
+}
+
+// Nothing to report for these: clients learn of the end of an association by asking, and of a
+// beginning one when it is complete.
+void WifiDaemon::onDisconnected() {}
+void WifiDaemon::onAssociating() {}
+void WifiDaemon::onAssociated() {}
+
+void WifiDaemon::sync()
+{
+    runTool(*syncProcess, QStringLiteral("sync"), {});
+}

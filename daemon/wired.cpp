@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The bxwifid developers
+// SPDX-License-Identifier: BSD-3-Clause
+
+// WifiDaemon's operations on the wired interface: its settings live in the boot loader's
+// environment, which takes effect at the next boot; its present addressing is what the system's
+// tools report.
+
+#include "wifidaemon.h"
+
+#include "records/payload.h"
+#include "support/dhcpclient.h"
+#include "support/logging.h"
+#include "support/tool.h"
+#include "tooloutput.h"
+
+#include <QProcess>
+
+namespace
+{
+QString wiredInterface()
+{
+    return QStringLiteral("eth0");
+}
+QString dynamicFlag()
+{
+    return QStringLiteral("dynamicip");
+}
+} // namespace
+
+void WifiDaemon::staticRequest()
+{
+    BXStatic addressing;
+    addressing.ipAddress = bootVariable(QStringLiteral("ipaddr"));
+    addressing.gateway = bootVariable(QStringLiteral("gatewayip"));
+    addressing.netmask = bootVariable(QStringLiteral("netmask"));
+    addressing.macAddress = bootVariable(QStringLiteral("ethaddr"));
+    emit staticResult(payloadOf(addressing));
+}
+
+void WifiDaemon::setStaticRequest(const QByteArray &data)
+{
+    const auto addressing = recordOf<BXStatic>(data);
+    // A record taken from staticResult still has the tool's line feeds in its values.
+    setBootVariable(QStringLiteral("ipaddr"), addressing.ipAddress.simplified());
+    setBootVariable(QStringLiteral("gatewayip"), addressing.gateway.simplified());
+    setBootVariable(QStringLiteral("netmask"), addressing.netmask.simplified());
+}
+
+void WifiDaemon::setDynamic(bool dynamic)
+{
+    if (dynamic)
+        setBootVariable(dynamicFlag(), QStringLiteral("1"));
+    else // the name alone removes the variable
+        runTool(*envProcess, QStringLiteral("fw_setenv"), {dynamicFlag()});
+}
+
+bool WifiDaemon::getDynamic()
+{
+    return runTool(*envProcess, QStringLiteral("fw_printenv"), {dynamicFlag()})
+        .startsWith(dynamicFlag());
+}
+
+QString WifiDaemon::bootVariable(const QString &name)
+{
+    return bootValueOf(runTool(*envProcess, QStringLiteral("fw_printenv"), {name}));
+}
+
+void WifiDaemon::setBootVariable(const QString &name, const QString &value)
+{
+    runTool(*envProcess, QStringLiteral("fw_setenv"), {name, value});
+}
+
+void WifiDaemon::dynamicRequest()
+{
+    const bool dynamic = getDynamic();
+    BXStatic addressing;
+    QProcess ifconfig;
+    readInterfaceAddress(runTool(ifconfig, QStringLiteral("ifconfig"), {wiredInterface()}),
+                         addressing);
+    QProcess route;
+    readDefaultGateway(runTool(route, QStringLiteral("route"), {QStringLiteral("-n")}), addressing);
+    addressing.macAddress = bootVariable(QStringLiteral("ethaddr"));
+    emit staticResult(payloadOf(addressing));
+    emit dynamicResult(dynamic);
+    endTool(ifconfig);
+    endTool(route);
+}
+
+void WifiDaemon::setDynamicEthernetIp()
+{
+    QProcess client;
+    const QString output =
+        runTool(client, QStringLiteral("udhcpc"), dhcpClientArguments(wiredInterface()));
+    qCDebug(debugLog) << Q_FUNC_INFO << output;
+    endTool(client);
+}

@@ -63,6 +63,7 @@ void WifiDaemon::setup()
 
     control = new WifiControl(this);
     retryTimer = new QTimer(this);
+    retryTimer->setTimerType(Qt::PreciseTimer); // a coarse one strays by 5 %
     connectControl();
 
     if (control->setup()) {

@@ -8,16 +8,15 @@
 #include "records/status.h"
 #include "support/dhcpclient.h"
 #include "support/logging.h"
+#include "support/psk.h"
 #include "support/tool.h"
 
 #include <QDir>
 #include <QSocketNotifier>
 
 #include <array>
-#include <cstdint>
 
 #include <fcntl.h>
-#include <nettle/pbkdf2.h>
 #include <wpa_ctrl.h>
 
 namespace
@@ -27,14 +26,6 @@ using ReplyBuffer = std::array<char, 2048>;
 using EventBuffer = std::array<char, 256>;
 
 constexpr int requestTimedOut = -2; // wpa_ctrl_request()'s result for no reply within 10 s
-
-constexpr unsigned pskRounds = 4096; // IEEE 802.11i, H.4.1
-constexpr size_t pskLength = 32;     // bytes
-
-const uint8_t *bytesOf(const QByteArray &text)
-{
-    return reinterpret_cast<const uint8_t *>(text.constData());
-}
 
 QString controlSocketDirectory()
 {
@@ -247,12 +238,10 @@ void WifiControl::refreshIP()
 
 QString WifiControl::hashPassword(const QString &passphrase, const QString &ssid)
 {
-    const QByteArray password = passphrase.toLocal8Bit();
-    const QByteArray salt = ssid.toLocal8Bit();
-    QByteArray psk(pskLength, '\0');
-    nettle_pbkdf2_hmac_sha1(qstrlen(password), bytesOf(password), pskRounds, qstrlen(salt),
-                            bytesOf(salt), pskLength, reinterpret_cast<uint8_t *>(psk.data()));
-    return QString::fromLatin1(psk.toHex());
+    // Up to the first zero byte, as everything that goes to the supplicant.
+    const QByteArray password(passphrase.toLocal8Bit().constData());
+    const QByteArray salt(ssid.toLocal8Bit().constData());
+    return QString::fromLatin1(pskOf(password, salt));
 }
 
 QString WifiControl::hashPasswordVantrel(const QString &passphrase, const QString &ssid)

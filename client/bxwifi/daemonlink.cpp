@@ -1,0 +1,220 @@
+// SPDX-FileCopyrightText: 2026 The bxwifid developers
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "daemonlink.h"
+
+#include "records/bxnetworkconnected.h"
+#include "records/bxstatic.h"
+#include "records/payload.h"
+#include "ssid.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
+
+namespace BxWifi
+{
+namespace
+{
+// Ends the removal of a name's networks should another client keep on removing and adding.
+constexpr int mostRemovals = 16;
+
+QString service()
+{
+    return QStringLiteral("com.brelvix.bxwifid");
+}
+
+WifiNetwork networkOf(const BXNetwork &record)
+{
+    WifiNetwork network;
+    network.ssid = ssidOf(record.ssid);
+    network.bssid = record.bssid;
+    network.signal = record.signalLevel.toInt();
+    network.frequency = record.frequency.toInt();
+    network.flags = record.flags;
+    return network;
+}
+
+WifiStatus statusOf(const BXNetworkConnected &record)
+{
+    WifiStatus status;
+    status.connected = record.wpaState == QLatin1String("COMPLETED");
+    status.ssid = ssidOf(record.ssid);
+    status.address = record.ipAddress;
+    status.bssid = record.bssid;
+    status.frequency = record.frequency.toInt();
+    status.mode = record.mode;
+    status.pairwiseCipher = record.pairwiseCipher;
+    status.groupCipher = record.groupCipher;
+    status.keyManagement = record.keyMgmt;
+    status.supplicantState = record.wpaState;
+    return status;
+}
+
+/// The boot environment's values come with the line feed that its tool prints.
+WiredSettings wiredOf(const BXStatic &record)
+{
+    WiredSettings settings;
+    settings.address = record.ipAddress.trimmed();
+    settings.gateway = record.gateway.trimmed();
+    settings.netmask = record.netmask.trimmed();
+    settings.macAddress = record.macAddress.trimmed();
+    return settings;
+}
+} // namespace
+
+DaemonLink::DaemonLink(QObject *parent) : QObject(parent), bus(QDBusConnection::systemBus())
+{
+    const auto listen = [this](const char *signal, const char *slot) {
+        bus.connect(service(), QStringLiteral("/"), service(), QLatin1String(signal), this, slot);
+    };
+    listen("scanResult", SLOT(onScanResult(QByteArray)));
+    listen("fullStatusResult", SLOT(onFullStatusResult(QByteArray)));
+    listen("bssRemoved", SIGNAL(accessPointLost(QString)));
+    listen("statusMessage", SLOT(onStatusMessage(int)));
+    listen("ssidResult", SLOT(onSsidResult(QString)));
+    listen("ipResult", SLOT(onIpResult(QString)));
+    listen("staticResult", SLOT(onStaticResult(QByteArray)));
+    listen("dynamicResult", SLOT(onDynamicResult(bool)));
+
+    auto *watcher =
+        new QDBusServiceWatcher(service(), bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &owner) {
+                // A change from one owner to the next is a restart: it is gone first.
+                setAvailable(false);
+                setAvailable(!owner.isEmpty());
+            });
+    available = bus.interface() && bus.interface()->isServiceRegistered(service()).value();
+}
+
+void DaemonLink::setAvailable(bool nowAvailable)
+{
+    if (available == nowAvailable)
+        return;
+    available = nowAvailable;
+    emit availableChanged(available);
+}
+
+void DaemonLink::call(const DaemonCall &call, QObject *context, const AnswerHandler &done)
+{
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(service(), QStringLiteral("/"), service(), call.method);
+    message.setArguments(call.arguments);
+    const auto answer = std::make_shared<Answer>();
+    answers.push_back(answer);
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, call.timeout_ms), context);
+    connect(watcher, &QDBusPendingCallWatcher::finished, context, [this, watcher, answer, done] {
+        watcher->deleteLater();
+        if (watcher->isError())
+            setError(*answer, watcher->error());
+        done(*answer);
+    });
+}
+
+void DaemonLink::setError(Answer &answer, const QDBusError &error) const
+{
+    switch (error.type()) {
+    case QDBusError::NoServer:
+    case QDBusError::Disconnected:
+        answer.error = WifiReply::NoDaemon;
+        answer.errorText = QStringLiteral("cannot reach the system bus");
+        return;
+    case QDBusError::ServiceUnknown:
+        answer.error = WifiReply::NoDaemon;
+        answer.errorText = QStringLiteral("the daemon bxwifid is not running");
+        return;
+    case QDBusError::AccessDenied:
+        answer.error = WifiReply::Denied;
+        answer.errorText = QStringLiteral("this user may not call the daemon bxwifid");
+        return;
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+        // The bus also says "no reply" when the daemon ends during the call.
+        answer.error = available ? WifiReply::TimedOut : WifiReply::NoDaemon;
+        answer.errorText = available ? QStringLiteral("the daemon bxwifid did not answer in time")
+                                     : QStringLiteral("the daemon bxwifid went away");
+        return;
+    default:
+        answer.error = WifiReply::Failed;
+        answer.errorText = error.message();
+    }
+}
+
+void DaemonLink::removeAll(const QString &ssid, QObject *context,
+                           const std::function<void(const Answer &, int removed)> &done)
+{
+    removeNext(printedSsid(ssid), 0, context, done);
+}
+
+void DaemonLink::removeNext(const QString &printed, int removed, QObject *context,
+                            const std::function<void(const Answer &, int removed)> &done)
+{
+    call(removeCall(printed), context, [=](const Answer &answer) {
+        const bool more = answer.error == WifiReply::NoError && answer.removed;
+        if (more && removed < mostRemovals)
+            removeNext(printed, removed + 1, context, done);
+        else
+            done(answer, removed);
+    });
+}
+
+void DaemonLink::note(const std::function<void(Answer &)> &enter)
+{
+    std::vector<std::weak_ptr<Answer>> underway;
+    for (const auto &entry : answers) {
+        if (const auto answer = entry.lock()) {
+            enter(*answer);
+            underway.push_back(entry);
+        }
+    }
+    answers.swap(underway);
+}
+
+void DaemonLink::onScanResult(const QByteArray &network)
+{
+    emit networkSeen(networkOf(recordOf<BXNetwork>(network)));
+}
+
+void DaemonLink::onFullStatusResult(const QByteArray &network)
+{
+    const WifiStatus status = statusOf(recordOf<BXNetworkConnected>(network));
+    note([&](Answer &answer) { answer.status = status; });
+    emit statusReported(status);
+}
+
+void DaemonLink::onStatusMessage(int status)
+{
+    note([&](Answer &answer) { answer.removed |= status == Status::NetworkRemoved; });
+    emit statusMessage(static_cast<Status::Code>(status));
+}
+
+void DaemonLink::onSsidResult(const QString &printed)
+{
+    const QString ssid = ssidOf(printed);
+    note([&](Answer &answer) { answer.ssid = ssid; });
+    emit ssidReported(ssid);
+}
+
+void DaemonLink::onIpResult(const QString &ip)
+{
+    note([&](Answer &answer) { answer.address = ip; });
+    emit addressReported(ip);
+}
+
+void DaemonLink::onStaticResult(const QByteArray &info)
+{
+    const WiredSettings settings = wiredOf(recordOf<BXStatic>(info));
+    note([&](Answer &answer) { answer.wired = settings; });
+    emit wiredReported(settings);
+}
+
+void DaemonLink::onDynamicResult(bool dynamic)
+{
+    note([&](Answer &answer) { answer.dhcp = dynamic; });
+    emit dhcpReported(dynamic);
+}
+} // namespace BxWifi

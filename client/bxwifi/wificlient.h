@@ -1,0 +1,130 @@
+// SPDX-FileCopyrightText: 2026 The bxwifid developers
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "joinsettings.h"
+#include "networkmodel.h"
+#include "wifinetwork.h"
+#include "wifireply.h"
+#include "wifistatus.h"
+#include "wiredsettings.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace BxWifi
+{
+class WifiClientPrivate;
+using ScanReply = WifiReplyWith<QVector<WifiNetwork>>;
+using AddressReply = WifiReplyWith<QString>;
+using StatusReply = WifiReplyWith<WifiStatus>;
+using WiredReply = WifiReplyWith<WiredSettings>;
+
+/// The network-configuration daemon bxwifid, for programs.
+///
+/// Every method returns at once; the object it returns finishes with a result or an error and then
+/// deletes itself. Any number of clients may exist. The daemon may come, go and restart at any
+/// time: requests on their way fail with WifiReply::NoDaemon, and the object goes on.
+///
+/// The daemon answers everybody at once. A request's answer is what the daemon said last before it
+/// was done with the request, so an answer to another client is not taken for one's own, with two
+/// exceptions that the protocol leaves no way round: a result set that arrives after a scan was
+/// asked for may come from an earlier scan, and forget() succeeds for a name that is not stored
+/// when another client removes a network at that moment.
+///
+/// The properties follow what the daemon reports to any client. It does not report a connection
+/// that is lost: call status() from time to time to have them brought up to date.
+class BXWIFI_EXPORT WifiClient : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(State state READ state NOTIFY stateChanged)
+    Q_PROPERTY(QString ssid READ ssid NOTIFY ssidChanged)
+    Q_PROPERTY(QString address READ address NOTIFY addressChanged)
+    Q_PROPERTY(bool scanning READ isScanning NOTIFY scanningChanged)
+    Q_PROPERTY(BxWifi::NetworkModel *networks READ networks CONSTANT)
+
+public:
+    enum State {
+        Unavailable,  ///< No daemon on the bus
+        Disconnected, ///< No network is joined
+        Connecting,   ///< Some client asked to join a network
+        Connected,    ///< A network is joined
+    };
+    Q_ENUM(State)
+
+    /// What the daemon announces to all clients.
+    enum Event {
+        AssociationCompleted,
+        NotConnected,
+        ScanStarted,
+        ScanDelivered,
+        SupplicantExiting,
+        ConnectionRequested,
+        TemporarilyDisabled,
+        WrongKey,
+        NetworkRemoved,
+    };
+    Q_ENUM(Event)
+
+    explicit WifiClient(QObject *parent = nullptr);
+    ~WifiClient() override;
+
+    State state() const;
+    QString ssid() const;    ///< Name of the joined network, or empty
+    QString address() const; ///< Address of the wireless interface, or empty
+    bool isScanning() const;
+    NetworkModel *networks() const;
+
+    /// Looks for networks; brings every access point found.
+    Q_INVOKABLE BxWifi::ScanReply *scan();
+    /// Joins a network; brings the address. A secret replaces what is stored under the name.
+    BxWifi::AddressReply *connectTo(const JoinSettings &settings);
+    /// Joins a network in the way that it announces.
+    Q_INVOKABLE BxWifi::AddressReply *connectTo(const QString &ssid, const QString &secret,
+                                                const QString &identity = {});
+    Q_INVOKABLE BxWifi::AddressReply *connectToHidden(const QString &ssid,
+                                                      BxWifi::Security security,
+                                                      const QString &secret,
+                                                      const QString &identity = {});
+    /// Leaves the network; it stays stored.
+    Q_INVOKABLE BxWifi::WifiReply *disconnectFromNetwork();
+    /// Removes all that is stored under a name.
+    Q_INVOKABLE BxWifi::WifiReply *forget(const QString &ssid);
+    Q_INVOKABLE BxWifi::StatusReply *status();
+    /// Brings the address of the wireless interface; empty when there is none.
+    Q_INVOKABLE BxWifi::AddressReply *wirelessAddress();
+    /// Has the daemon connect to the supplicant anew, e.g. after the supplicant was restarted.
+    Q_INVOKABLE BxWifi::WifiReply *relink();
+
+    /// The wired settings that take effect at the next boot.
+    Q_INVOKABLE BxWifi::WiredReply *wiredSettings();
+    /// How the wired interface is addressed now; `dhcp` is the setting for the next boot.
+    Q_INVOKABLE BxWifi::WiredReply *wiredStatus();
+    /// Stores address, gateway and mask for the next boot, after looking for mistakes.
+    Q_INVOKABLE BxWifi::WifiReply *setWiredAddress(const QString &address, const QString &gateway,
+                                                   const QString &netmask);
+    /// Whether the wired interface asks for a dynamic address at the next boot.
+    Q_INVOKABLE BxWifi::WifiReply *setWiredDhcp(bool dhcp);
+
+signals:
+    void stateChanged();
+    void ssidChanged();
+    void addressChanged();
+    void scanningChanged();
+
+    // What the daemon says, whoever asked.
+    void happened(BxWifi::WifiClient::Event event);
+    void networkSeen(const BxWifi::WifiNetwork &network);
+    void accessPointLost(const QString &bssid);
+    void ssidReported(const QString &ssid);
+    void addressReported(const QString &address);
+    void statusReported(const BxWifi::WifiStatus &status);
+    void wiredReported(const BxWifi::WiredSettings &settings);
+    void dhcpReported(bool dhcp);
+
+private:
+    std::unique_ptr<WifiClientPrivate> d;
+};
+} // namespace BxWifi

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The bxwifid developers
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "export.h"
+
+#include <QMetaType>
+#include <QObject>
+#include <QString>
+
+namespace BxWifi
+{
+/// The wireless connection. What does not apply or is not known is empty.
+struct BXWIFI_EXPORT WifiStatus {
+    Q_GADGET
+    Q_PROPERTY(bool connected MEMBER connected)
+    Q_PROPERTY(QString ssid MEMBER ssid)
+    Q_PROPERTY(QString address MEMBER address)
+
+public:
+    bool connected = false;  ///< Associated, keys in place
+    QString ssid;            ///< Name of the network
+    QString address;         ///< IPv4 address of the wireless interface
+    QString bssid;           ///< Access point
+    int frequency = 0;       ///< MHz
+    QString mode;            ///< "station" for an ordinary client
+    QString pairwiseCipher;  ///< Cipher of unicast frames
+    QString groupCipher;     ///< Cipher of broadcast frames
+    QString keyManagement;   ///< The supplicant's word, e.g. "WPA2-PSK"
+    QString supplicantState; ///< The supplicant's word, e.g. "COMPLETED"; empty: none answers
+};
+} // namespace BxWifi
+Q_DECLARE_METATYPE(BxWifi::WifiStatus)

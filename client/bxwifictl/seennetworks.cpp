@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The bxwifid developers
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "seennetworks.h"
+
+#include "output.h"
+
+#include <QDir>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+void rememberNetworks(const QVector<BxWifi::WifiNetwork> &accessPoints)
+{
+    const QDir cache(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation));
+    cache.mkpath(QStringLiteral("bxwifictl"));
+    QSaveFile file(cache.filePath(QStringLiteral("bxwifictl/networks")));
+    // Completion is a convenience; a system without a place for it does without.
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    const auto networks = strongestByName(accessPoints);
+    for (const auto &network : networks) {
+        if (terminalSafe(network.ssid) == network.ssid)
+            file.write(network.ssid.toUtf8() + '\n');
+    }
+    file.commit();
+}

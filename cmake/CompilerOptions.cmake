@@ -13,6 +13,8 @@ endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
                     -Woverloaded-virtual -Wold-style-cast -Wundef -Wvla)
+# Qt's qCDebug() is used as its documentation shows it.
+add_compile_options($<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
 if(BXWIFI_WERROR)
     add_compile_options(-Werror)
 endif()
@@ -22,6 +24,9 @@ add_compile_definitions(QT_NO_MESSAGELOGCONTEXT QT_NO_CAST_FROM_ASCII QT_NO_CAST
                         QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
 add_compile_options(-ffile-prefix-map=${CMAKE_SOURCE_DIR}=. -ffile-prefix-map=${CMAKE_BINARY_DIR}=build)
 
+if(BXWIFI_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
 if(BXWIFI_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
                         -fno-omit-frame-pointer)

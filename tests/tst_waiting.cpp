@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 The bxwifid developers
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "harness/testbed.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+/// What takes as long as the daemon's own waits; the functions are run side by side.
+class WaitingTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void timeOut();
+    void retry();
+    void rebuildDuringRetry();
+    void hangingTool();
+};
+
+void WaitingTest::timeOut()
+{
+    TestBed bed;
+    bed.start();
+    bed.supplicant.answer("STATUS", {"ssid=Late\n"});
+    bed.supplicant.hold("STATUS");
+    bed.client.call("ssidRequest"); // the client library waits 10 s
+    QCOMPARE(bed.journal.take(), QByteArrayList({"STATUS", "ssidResult()"}));
+    QVERIFY(bed.daemon.waitForLog(
+        R"(QString WifiControl::ctrlRequest(const QString&) "STATUS" command timed out)"));
+    bed.supplicant.release();
+    QTest::qWait(200); // the late reply arrives
+    bed.supplicant.answer("STATUS", {"ssid=Home\n"});
+    bed.client.call("ssidRequest");
+    QCOMPARE(bed.journal.take(), QByteArrayList({"STATUS", "ssidResult(Home)"}));
+}
+
+void WaitingTest::retry()
+{
+    TestBed bed;
+    bed.supplicant.kill();
+    bed.daemon.start();
+    QVERIFY(bed.daemon.waitForLog("Failed to init with WPA_Supplicant"));
+    QElapsedTimer elapsed;
+    elapsed.start();
+    QVERIFY(bed.daemon.waitForLog("Retrying SETUP again in 4sec"));
+    QVERIFY2(elapsed.elapsed() > 3700 && elapsed.elapsed() < 4600, "4 s");
+    bed.supplicant.restart();
+    QVERIFY(bed.daemon.waitForLog("Finally init with WPA Supplicant"));
+    QVERIFY2(elapsed.elapsed() > 7700 && elapsed.elapsed() < 8600, "8 s");
+    // That was the last time, and the supplicant reads its configuration without being asked.
+    QTest::qWait(4500);
+    QCOMPARE(bed.journal.take(), QByteArrayList{"ATTACH"});
+}
+
+void WaitingTest::rebuildDuringRetry()
+{
+    TestBed bed;
+    bed.supplicant.kill();
+    bed.daemon.start();
+    QVERIFY(bed.daemon.waitForLog("Failed to init with WPA_Supplicant"));
+    bed.supplicant.restart();
+    bed.client.call("wpaConnectRequest");
+    QTest::qWait(4500);
+    QCOMPARE(bed.journal.take(), QByteArrayList({"ATTACH", "RECONFIGURE"}));
+}
+
+void WaitingTest::hangingTool()
+{
+    TestBed bed;
+    bed.tools.setScript("fw_setenv", "echo ipaddr=wrong; exec sleep 100");
+    bed.start();
+    QElapsedTimer elapsed;
+    elapsed.start();
+    bed.client.call("setDynamic", {true});
+    QVERIFY2(elapsed.elapsed() >= 30000 && elapsed.elapsed() < 31000, "30 s");
+    // The next tool gets its own output, and Qt has nothing to warn of.
+    const QStringList before = bed.daemon.log();
+    bed.client.call("dynamicRequest");
+    QCOMPARE(bed.journal.take().last(), QByteArray("dynamicResult(false)"));
+    QCOMPARE(bed.daemon.log(), before);
+}
+
+QTEST_GUILESS_MAIN(WaitingTest)
+#include "tst_waiting.moc"

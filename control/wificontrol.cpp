@@ -9,6 +9,7 @@
 #include "support/dhcpclient.h"
 #include "support/logging.h"
 #include "support/psk.h"
+#include "support/text.h"
 #include "support/tool.h"
 
 #include <QDir>
@@ -21,7 +22,7 @@
 
 namespace
 {
-// One byte of each buffer is kept for the zero byte behind what was received.
+// What the supplicant sends is read up to one byte less, and cut there.
 using ReplyBuffer = std::array<char, 2048>;
 using EventBuffer = std::array<char, 256>;
 
@@ -45,13 +46,6 @@ void closeConnection(wpa_ctrl *&connection)
 {
     wpa_ctrl_close(connection);
     connection = nullptr;
-}
-
-template<typename Buffer>
-QString textOf(Buffer &buffer, size_t length)
-{
-    buffer[length] = '\0';
-    return QString::fromUtf8(buffer.data());
 }
 } // namespace
 
@@ -149,7 +143,7 @@ QString WifiControl::ctrlRequest(const QString &cmd)
         const int result = wpa_ctrl_request(ctrlConn, command.constData(), qstrlen(command),
                                             buffer.data(), &length, ctrlRequestDebug);
         if (result >= 0)
-            reply = textOf(buffer, length);
+            reply = textOf(QByteArray(buffer.data(), static_cast<int>(length)));
         else if (result == requestTimedOut)
             qCDebug(debugLog) << Q_FUNC_INFO << cmd << "command timed out";
         else
@@ -182,7 +176,7 @@ void WifiControl::receiveMessages()
         EventBuffer buffer;
         size_t length = buffer.size() - 1;
         if (wpa_ctrl_recv(monitorConn, buffer.data(), &length) == 0)
-            processMessage(textOf(buffer, length));
+            processMessage(textOf(QByteArray(buffer.data(), static_cast<int>(length))));
     }
 }
 
@@ -202,7 +196,7 @@ void WifiControl::processMessage(const QString &message)
         emit connected();
         break;
     case Event::BssAdded:
-        // Comes once per access point with every scan; the scan results tell it all.
+        // Comes for every access point that a scan finds anew; the scan results tell it all.
         break;
     case Event::BssRemoved: {
         const QString bssid = removedBssidOf(message);
@@ -230,10 +224,9 @@ void WifiControl::processMessage(const QString &message)
 
 void WifiControl::refreshIP()
 {
-    QProcess client;
-    runTool(client, QStringLiteral("udhcpc"), dhcpClientArguments(ifaceName));
-    emit ipRefreshed();
-    endTool(client);
+    ToolProcess client;
+    client.run(QStringLiteral("udhcpc"), dhcpClientArguments(ifaceName));
+    emit ipRefreshed(); // before a client that hangs is ended
 }
 
 QString WifiControl::hashPassword(const QString &passphrase, const QString &ssid)
@@ -246,8 +239,6 @@ QString WifiControl::hashPassword(const QString &passphrase, const QString &ssid
 
 QString WifiControl::hashPasswordVantrel(const QString &passphrase, const QString &ssid)
 {
-    QProcess tool;
-    const QString output = runTool(tool, QStringLiteral("wpa_passphrase"), {ssid, passphrase});
-    endTool(tool);
-    return printedPskOf(output);
+    ToolProcess tool;
+    return printedPskOf(tool.run(QStringLiteral("wpa_passphrase"), {ssid, passphrase}));
 }

@@ -7,7 +7,6 @@
 
 // The command formats of the supplicant's control interface that take arguments. All places of a
 // format are filled at once, so that a "%1" inside an SSID or a password goes out as it is.
-// Nothing is escaped: the supplicant takes what stands between the outer quotation marks.
 
 /// WORD ID
 inline QString networkCommand(const QString &word, const QString &networkId)
@@ -19,14 +18,12 @@ inline QString networkCommand(const QString &word, const QString &networkId)
 inline QString setNetworkCommand(const QString &networkId, const QString &parameter,
                                  const QString &value)
 {
-    return QStringLiteral("%1 %2 %3 %4")
-        .arg(QStringLiteral("SET_NETWORK"), networkId, parameter, value);
+    return QStringLiteral("SET_NETWORK %1 %2 %3").arg(networkId, parameter, value);
 }
 
-/// SET_NETWORK ID PARAMETER "VALUE"
-inline QString setNetworkQuotedCommand(const QString &networkId, const QString &parameter,
-                                       const QString &value)
+/// A text value. Nothing in it is escaped: the supplicant takes what stands between the first and
+/// the last quotation mark.
+inline QString quoted(const QString &value)
 {
-    return QStringLiteral("%1 %2 %3 \"%4\"")
-        .arg(QStringLiteral("SET_NETWORK"), networkId, parameter, value);
+    return QLatin1Char('"') + value + QLatin1Char('"');
 }

@@ -11,7 +11,6 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusError>
-#include <QProcess>
 #include <QTimer>
 
 namespace
@@ -40,7 +39,8 @@ bool isServiceTaken(const QDBusConnection &bus)
 } // namespace
 
 WifiDaemon::WifiDaemon(int &argc, char **argv)
-    : QCoreApplication(argc, argv), syncProcess(new QProcess(this)), envProcess(new QProcess(this))
+    : QCoreApplication(argc, argv), syncProcess(new ToolProcess(this)),
+      envProcess(new ToolProcess(this))
 {
     QTimer::singleShot(startUpDelay_ms, this, &WifiDaemon::setup);
 }
@@ -50,8 +50,6 @@ WifiDaemon::~WifiDaemon()
     if (control)
         control->ctrlRequest(QStringLiteral("SAVE_CONFIG"));
     sync();
-    endTool(*syncProcess);
-    endTool(*envProcess);
 }
 
 void WifiDaemon::setup()
@@ -74,6 +72,7 @@ void WifiDaemon::setup()
     }
 }
 
+// The lines are setup()'s own and carry its signature; Q_FUNC_INFO would name this function.
 void WifiDaemon::registerOnBus(const char *caller)
 {
     QDBusConnection bus = QDBusConnection::systemBus();
@@ -172,5 +171,5 @@ void WifiDaemon::onAssociated() {}
 
 void WifiDaemon::sync()
 {
-    runTool(*syncProcess, QStringLiteral("sync"), {});
+    syncProcess->run(QStringLiteral("sync"), {});
 }

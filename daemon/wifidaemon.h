@@ -11,18 +11,18 @@
 #include <QCoreApplication>
 #include <QString>
 
-class QProcess;
 class QTimer;
+class ToolProcess;
 class WifiControl;
 
 /// The daemon: the process's application object and its one object on the system bus, named
 /// "com.brelvix.bxwifid", path "/".
 ///
-/// Construct one, optionally call the public operations below, then run exec(). Start-up happens
-/// 100 ms into the event loop, carries on after every failure and logs it. The scriptable slots are
-/// the bus methods; they return nothing, block until they are done and answer with the scriptable
-/// signals. A bus method runs to its end before the next call or supplicant event is handled, and
-/// waits up to 10 s for each supplicant reply and up to 30 s for each external tool.
+/// Construct one, optionally call the public operations below, then run exec(). Start-up is
+/// due 100 ms after construction, carries on after every failure and logs it. The scriptable slots
+/// are the bus methods; they return nothing, block until they are done and answer with the
+/// scriptable signals. A bus method runs to its end before the next call or supplicant event is
+/// handled, and waits up to 10 s for each supplicant reply and up to 30 s for each external tool.
 class Q_DECL_EXPORT WifiDaemon : public QCoreApplication
 {
     Q_OBJECT
@@ -50,7 +50,9 @@ signals:
     Q_SCRIPTABLE void fullStatusResult(QByteArray network);
     /// An access point went out of sight.
     Q_SCRIPTABLE void bssRemoved(QString bssid);
-    /// A Status::Code.
+    /// 0 connected, 1 not connected, 2 scan started, 3 scan delivered, 4 supplicant exiting,
+    /// 5 connection requested, 6 network temporarily disabled, 7 the same because of a wrong key,
+    /// 8 network removed.
     Q_SCRIPTABLE void statusMessage(int status);
     /// Name of the current network, or empty.
     Q_SCRIPTABLE void ssidResult(QString ssid);
@@ -99,14 +101,13 @@ private:
     void sync();
 
     void setNetwork(const QString &networkId, const QString &parameter, const QString &value);
-    void setNetworkQuoted(const QString &networkId, const QString &parameter, const QString &value);
     void setNetworkPassword(const BXNetwork &network, const QString &networkId);
 
     QString bootVariable(const QString &name);
     void setBootVariable(const QString &name, const QString &value);
 
     WifiControl *control = nullptr;
-    QProcess *syncProcess;
-    QProcess *envProcess;
+    ToolProcess *syncProcess; ///< Flushes the file systems
+    ToolProcess *envProcess;  ///< Reads and writes the boot environment
     QTimer *retryTimer = nullptr;
 };

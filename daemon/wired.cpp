@@ -13,8 +13,6 @@
 #include "support/tool.h"
 #include "tooloutput.h"
 
-#include <QProcess>
-
 namespace
 {
 QString wiredInterface()
@@ -51,46 +49,42 @@ void WifiDaemon::setDynamic(bool dynamic)
     if (dynamic)
         setBootVariable(dynamicFlag(), QStringLiteral("1"));
     else // the name alone removes the variable
-        runTool(*envProcess, QStringLiteral("fw_setenv"), {dynamicFlag()});
+        envProcess->run(QStringLiteral("fw_setenv"), {dynamicFlag()});
 }
 
 bool WifiDaemon::getDynamic()
 {
-    return runTool(*envProcess, QStringLiteral("fw_printenv"), {dynamicFlag()})
+    return envProcess->run(QStringLiteral("fw_printenv"), {dynamicFlag()})
         .startsWith(dynamicFlag());
 }
 
 QString WifiDaemon::bootVariable(const QString &name)
 {
-    return bootValueOf(runTool(*envProcess, QStringLiteral("fw_printenv"), {name}));
+    return bootValueOf(envProcess->run(QStringLiteral("fw_printenv"), {name}));
 }
 
 void WifiDaemon::setBootVariable(const QString &name, const QString &value)
 {
-    runTool(*envProcess, QStringLiteral("fw_setenv"), {name, value});
+    envProcess->run(QStringLiteral("fw_setenv"), {name, value});
 }
 
 void WifiDaemon::dynamicRequest()
 {
     const bool dynamic = getDynamic();
     BXStatic addressing;
-    QProcess ifconfig;
-    readInterfaceAddress(runTool(ifconfig, QStringLiteral("ifconfig"), {wiredInterface()}),
-                         addressing);
-    QProcess route;
-    readDefaultGateway(runTool(route, QStringLiteral("route"), {QStringLiteral("-n")}), addressing);
+    ToolProcess ifconfig;
+    readInterfaceAddress(ifconfig.run(QStringLiteral("ifconfig"), {wiredInterface()}), addressing);
+    ToolProcess route;
+    readDefaultGateway(route.run(QStringLiteral("route"), {QStringLiteral("-n")}), addressing);
     addressing.macAddress = bootVariable(QStringLiteral("ethaddr"));
     emit staticResult(payloadOf(addressing));
     emit dynamicResult(dynamic);
-    endTool(ifconfig);
-    endTool(route);
 }
 
 void WifiDaemon::setDynamicEthernetIp()
 {
-    QProcess client;
+    ToolProcess client;
     const QString output =
-        runTool(client, QStringLiteral("udhcpc"), dhcpClientArguments(wiredInterface()));
+        client.run(QStringLiteral("udhcpc"), dhcpClientArguments(wiredInterface()));
     qCDebug(debugLog) << Q_FUNC_INFO << output;
-    endTool(client);
 }

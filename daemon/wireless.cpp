@@ -15,7 +15,9 @@
 
 namespace
 {
-constexpr int longestHashedPassphrase = 60; // UTF-16 units; anything longer is taken for a key
+// In UTF-16 units. Longer ones are taken for a key and go out as they are, so a passphrase of 61 to
+// 63 characters does not join; clients know, and send its 64 digits.
+constexpr int longestHashedPassphrase = 60;
 } // namespace
 
 void WifiDaemon::scanRequest()
@@ -44,9 +46,10 @@ void WifiDaemon::onConnectRequest(const BXNetwork &network)
     std::optional<QString> id =
         networkIdOf(control->ctrlRequest(QStringLiteral("LIST_NETWORKS")), network.ssid);
     if (!id) {
-        // The id keeps the line feed that ends the reply.
+        // The id keeps the line feed that ends the reply, here and below; the supplicant reads the
+        // number and does not mind.
         id = control->ctrlRequest(QStringLiteral("ADD_NETWORK"));
-        setNetworkQuoted(*id, QStringLiteral("ssid"), network.ssid);
+        setNetwork(*id, QStringLiteral("ssid"), quoted(network.ssid));
     }
     setNetworkPassword(network, *id);
     control->ctrlRequest(networkCommand(QStringLiteral("SELECT_NETWORK"), *id));
@@ -78,26 +81,25 @@ void WifiDaemon::connectRequestHidden(const QByteArray &data)
 void WifiDaemon::onConnectRequestManual(const BXNetwork &network)
 {
     control->ctrlRequest(QStringLiteral("DISCONNECT"));
-    // The id keeps the line feed that ends the reply.
     const QString id = control->ctrlRequest(QStringLiteral("ADD_NETWORK"));
     const bool isWep = network.flags.contains(QLatin1String("WEP"));
     const bool isEap = network.flags.contains(QLatin1String("EAP"));
 
-    setNetworkQuoted(id, QStringLiteral("ssid"), network.ssid);
+    setNetwork(id, QStringLiteral("ssid"), quoted(network.ssid));
     setNetwork(id, QStringLiteral("scan_ssid"), QStringLiteral("1"));
     setNetwork(id, QStringLiteral("key_mgmt"), isWep ? QStringLiteral("NONE") : network.flags);
     setNetwork(id, QStringLiteral("pairwise"), QStringLiteral("CCMP"));
     setNetwork(id, QStringLiteral("group"), QStringLiteral("CCMP"));
     if (isEap) {
         setNetwork(id, QStringLiteral("eap"), QStringLiteral("PEAP"));
-        setNetworkQuoted(id, QStringLiteral("identity"), network.identity);
-        setNetworkQuoted(id, QStringLiteral("password"), network.password);
+        setNetwork(id, QStringLiteral("identity"), quoted(network.identity));
+        setNetwork(id, QStringLiteral("password"), quoted(network.password));
     } else {
         const QString key = isWep ? QStringLiteral("wep_key0") : QStringLiteral("psk");
-        setNetworkQuoted(id, key, network.password);
+        setNetwork(id, key, quoted(network.password));
     }
     control->ctrlRequest(networkCommand(QStringLiteral("ENABLE_NETWORK"), id));
-    // An enterprise login is not stored.
+    // An enterprise login is left to whatever saves next: a reload would drop what is not saved.
     if (!isEap)
         control->ctrlRequest(QStringLiteral("SAVE_CONFIG"));
     control->ctrlRequest(networkCommand(QStringLiteral("SELECT_NETWORK"), id));
@@ -112,13 +114,8 @@ void WifiDaemon::setNetwork(const QString &networkId, const QString &parameter,
     control->ctrlRequest(setNetworkCommand(networkId, parameter, value));
 }
 
-void WifiDaemon::setNetworkQuoted(const QString &networkId, const QString &parameter,
-                                  const QString &value)
-{
-    control->ctrlRequest(setNetworkQuotedCommand(networkId, parameter, value));
-}
-
-void WifiDaemon::removeRequest(QString ssid) // NOLINT(performance-unnecessary-value-param)
+// By value, as the interface has it. NOLINTNEXTLINE(performance-unnecessary-value-param)
+void WifiDaemon::removeRequest(QString ssid)
 {
     const std::optional<QString> id =
         networkIdOf(control->ctrlRequest(QStringLiteral("LIST_NETWORKS")), ssid);

@@ -8,21 +8,29 @@
 namespace
 {
 constexpr int toolWait_ms = 30000;
+// A killed tool is gone at once, unless it hangs in the kernel, as on a dying flash.
+constexpr int reapWait_ms = 1000;
 } // namespace
 
-QString runTool(QProcess &process, const QString &program, const QStringList &arguments)
+ToolProcess::~ToolProcess()
 {
-    endTool(process);
-    process.start(program, arguments);
-    process.waitForFinished(toolWait_ms);
-    return textOf(process.readAllStandardOutput());
+    end();
 }
 
-void endTool(QProcess &process)
+QString ToolProcess::run(const QString &program, const QStringList &arguments)
 {
-    if (process.state() == QProcess::NotRunning)
+    end();
+    if (state() != NotRunning)
+        return QString();
+    start(program, arguments);
+    waitForFinished(toolWait_ms);
+    return textOf(readAllStandardOutput());
+}
+
+void ToolProcess::end()
+{
+    if (state() == NotRunning)
         return;
-    process.kill();
-    process.waitForFinished(toolWait_ms);
-    process.readAllStandardOutput();
+    kill();
+    waitForFinished(reapWait_ms);
 }

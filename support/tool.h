@@ -7,13 +7,21 @@
 #include <QString>
 #include <QStringList>
 
-/// Runs an external tool, found through the search path, and waits for it at most 30 s.
+/// Runs external tools, found through the search path, one at a time.
 ///
-/// Returns what the tool had written to its standard output by then: empty when it could not be
-/// started or printed nothing. Exit status and standard error are not looked at. A tool that is
-/// still running after the wait goes on; `process` must be ended with `endTool()` before it is
-/// destroyed, while the next `runTool()` on it does that by itself.
-QString runTool(QProcess &process, const QString &program, const QStringList &arguments);
+/// A tool that outlasts its wait goes on by itself; it is killed and reaped when the next is due
+/// and when the object is destroyed.
+class ToolProcess : public QProcess
+{
+public:
+    using QProcess::QProcess;
+    ~ToolProcess() override;
 
-/// Kills and reaps a tool that is still running and drops its output.
-void endTool(QProcess &process);
+    /// Runs a tool, waits for it at most 30 s, and returns what it had written to its standard
+    /// output by then: empty when it could not be started or printed nothing. Exit status and
+    /// standard error are not looked at.
+    QString run(const QString &program, const QStringList &arguments);
+
+private:
+    void end();
+};

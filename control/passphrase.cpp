@@ -3,12 +3,12 @@
 
 #include "passphrase.h"
 
-#include <QStringList>
+#include "support/text.h"
 
 QString printedPskOf(const QString &output)
 {
     QString psk;
-    const QStringList lines = output.split(QLatin1Char('\n'));
+    const QStringList lines = linesOf(output);
     for (const QString &line : lines) {
         if (line.toLower().contains(QLatin1String("psk=")))
             psk = line.section(QLatin1Char('='), 1, 1);

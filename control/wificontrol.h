@@ -49,6 +49,8 @@ public slots:
 
     /// Sends one command and returns the reply as received, line feed included and at most 2047
     /// bytes; empty when there is no link, the exchange failed or the supplicant did not answer.
+    /// A reply that comes after its request was given up is logged and dropped, if it comes before
+    /// the next request is sent: replies carry nothing that tells what they answer.
     QString ctrlRequest(const QString &cmd);
 
     /// Runs the DHCP client once on the wireless interface, for at most 30 s, then emits
@@ -56,7 +58,7 @@ public slots:
     void refreshIP();
 
     /// The WPA pre-shared key as 64 lower-case hexadecimal digits: PBKDF2-HMAC-SHA1 over the
-    /// passphrase with the SSID as salt, 4096 rounds, 256 bits (IEEE 802.11i, H.4).
+    /// passphrase with the SSID as salt, 4096 rounds, 256 bits (IEEE 802.11i, H.4.1).
     QString hashPassword(const QString &passphrase, const QString &ssid);
 
     /// Whether a reply counts as success: it is there and does not begin with "Fail". The

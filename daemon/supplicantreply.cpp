@@ -3,15 +3,10 @@
 
 #include "supplicantreply.h"
 
-#include <QStringList>
+#include "support/text.h"
 
 namespace
 {
-QStringList linesOf(const QString &reply)
-{
-    return reply.split(QLatin1Char('\n'));
-}
-
 /// The rows of a table whose header is told by its place alone, in columns; rows that do not have
 /// the number of columns asked for are left out.
 QVector<QStringList> tableRows(const QString &reply, int columnCount)
@@ -106,9 +101,11 @@ QString currentAddress(const QString &reply)
     QString address;
     const QStringList lines = linesOf(reply);
     for (QString line : lines) {
-        if (line.startsWith(ssidKey) && !line.remove(ssidKey).isEmpty())
-            named = true;
-        // What is left of an SSID line is looked at too; a network may be called "ip_address=".
+        if (line.startsWith(ssidKey)) {
+            line.remove(ssidKey);
+            named = named || !line.isEmpty();
+        }
+        // What is left of an SSID line is looked at too.
         if (line.startsWith(addressKey))
             address = line.remove(addressKey);
     }

@@ -5,8 +5,6 @@
 
 #include "support/text.h"
 
-#include <QStringList>
-
 QString bootValueOf(const QString &output)
 {
     return output.split(QLatin1Char('=')).value(1, QLatin1String(""));
@@ -14,8 +12,10 @@ QString bootValueOf(const QString &output)
 
 void readInterfaceAddress(const QString &output, BXStatic &addressing)
 {
-    const QStringList lines = output.split(QLatin1Char('\n'));
+    const QStringList lines = linesOf(output);
     for (const QString &line : lines) {
+        // The line with the hardware address also holds the interface's name, which may say
+        // anything.
         if (line.contains(QLatin1String("HWaddr")) || !line.contains(QLatin1String("inet addr")))
             continue;
         const QStringList pieces = line.split(whitespaceSplitRegex());
@@ -30,7 +30,7 @@ void readInterfaceAddress(const QString &output, BXStatic &addressing)
 
 void readDefaultGateway(const QString &output, BXStatic &addressing)
 {
-    const QStringList lines = output.split(QLatin1Char('\n'));
+    const QStringList lines = linesOf(output);
     for (const QString &line : lines) {
         if (!line.startsWith(QLatin1String("0.0.0.0")) || !line.endsWith(QLatin1String("eth0")))
             continue;

@@ -12,7 +12,7 @@
 QString bootValueOf(const QString &output);
 
 /// Fills address and mask from what busybox `ifconfig` printed: the pieces "addr:A" and "Mask:M" of
-/// a line that holds "inet addr". What it does not print stays as it is.
+/// a line that holds "inet addr" and not "HWaddr". What it does not print stays as it is.
 void readInterfaceAddress(const QString &output, BXStatic &addressing);
 
 /// Fills the gateway from what `route -n` printed: the second word of the last line that begins

@@ -30,12 +30,6 @@ struct Options {
     bool wiredDhcp = false;
 };
 
-std::optional<Options> failUsage()
-{
-    std::fputs("Try 'bxwifid --help'.\n", stderr);
-    return std::nullopt;
-}
-
 /// The options given; none after a usage error. Ends the process for --help and --version.
 std::optional<Options> parseOptions(int argc, char **argv)
 {
@@ -63,12 +57,12 @@ std::optional<Options> parseOptions(int argc, char **argv)
             std::puts("bxwifid " BXWIFI_VERSION);
             std::exit(EXIT_SUCCESS);
         default:
-            return failUsage();
+            return std::nullopt;
         }
     }
     if (optind < argc) {
         std::fprintf(stderr, "bxwifid: unexpected argument '%s'\n", argv[optind]);
-        return failUsage();
+        return std::nullopt;
     }
     return options;
 }
@@ -77,8 +71,10 @@ std::optional<Options> parseOptions(int argc, char **argv)
 int main(int argc, char **argv)
 {
     const std::optional<Options> options = parseOptions(argc, argv);
-    if (!options)
+    if (!options) {
+        std::fputs("Try 'bxwifid --help'.\n", stderr);
         return usageError;
+    }
 
     catchQuitSignals();
     WifiDaemon daemon(argc, argv);

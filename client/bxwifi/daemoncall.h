@@ -16,6 +16,8 @@ struct DaemonCall {
     QString method;
     QVariantList arguments;
     int timeout_ms;
+
+    bool isRemoval() const { return method == QLatin1String("removeRequest"); }
 };
 
 DaemonCall scanCall();

@@ -13,14 +13,12 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
+#include <QTimer>
 
 namespace BxWifi
 {
 namespace
 {
-// Ends the removal of a name's networks should another client keep on removing and adding.
-constexpr int mostRemovals = 16;
-
 QString service()
 {
     return QStringLiteral("com.brelvix.bxwifid");
@@ -105,7 +103,13 @@ void DaemonLink::call(const DaemonCall &call, QObject *context, const AnswerHand
     message.setArguments(call.arguments);
     const auto answer = std::make_shared<Answer>();
     answers.push_back(answer);
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, call.timeout_ms), context);
+    const QDBusPendingCall pending = bus.asyncCall(message, call.timeout_ms);
+    if (!bus.isConnected()) { // then nothing ever finishes
+        setError(*answer, pending.error());
+        QTimer::singleShot(0, context, [answer, done] { done(*answer); });
+        return;
+    }
+    auto *watcher = new QDBusPendingCallWatcher(pending, context);
     connect(watcher, &QDBusPendingCallWatcher::finished, context, [this, watcher, answer, done] {
         watcher->deleteLater();
         if (watcher->isError())
@@ -142,24 +146,6 @@ void DaemonLink::setError(Answer &answer, const QDBusError &error) const
         answer.error = WifiReply::Failed;
         answer.errorText = error.message();
     }
-}
-
-void DaemonLink::removeAll(const QString &ssid, QObject *context,
-                           const std::function<void(const Answer &, int removed)> &done)
-{
-    removeNext(printedSsid(ssid), 0, context, done);
-}
-
-void DaemonLink::removeNext(const QString &printed, int removed, QObject *context,
-                            const std::function<void(const Answer &, int removed)> &done)
-{
-    call(removeCall(printed), context, [=](const Answer &answer) {
-        const bool more = answer.error == WifiReply::NoError && answer.removed;
-        if (more && removed < mostRemovals)
-            removeNext(printed, removed + 1, context, done);
-        else
-            done(answer, removed);
-    });
 }
 
 void DaemonLink::note(const std::function<void(Answer &)> &enter)

@@ -45,9 +45,6 @@ public:
     bool isAvailable() const { return available; }
     /// Calls and hands over the answer, unless `context` is gone by then.
     void call(const DaemonCall &call, QObject *context, const AnswerHandler &done);
-    /// Removes all that is stored under a name; hands over the last answer and how many went.
-    void removeAll(const QString &ssid, QObject *context,
-                   const std::function<void(const Answer &, int removed)> &done);
 
 signals:
     void availableChanged(bool available);
@@ -70,8 +67,6 @@ private slots:
     void onDynamicResult(bool dynamic);
 
 private:
-    void removeNext(const QString &printed, int removed, QObject *context,
-                    const std::function<void(const Answer &, int removed)> &done);
     void setAvailable(bool nowAvailable);
     void setError(Answer &answer, const QDBusError &error) const;
     /// Notes something in the answer of every call on its way.

@@ -27,24 +27,26 @@ Join::Join(DaemonLink &daemon, const JoinSettings &wanted, WifiReply &pending)
 
 void Join::start()
 {
-    const JoinPlan plan = joinPlan(settings);
-    calls = plan.calls;
+    calls = joinPlan(settings);
     reply.setStage(WifiReply::Asking);
     QTimer::singleShot(settings.timeout, this, [this] { timeOut(); });
-    if (plan.replaceStored)
-        link.removeAll(settings.ssid, this, [this](const Answer &answer, int) { next(answer); });
-    else
-        next({});
+    next({});
 }
 
 void Join::next(const Answer &answer)
 {
-    if (answer.error != WifiReply::NoError)
+    if (answer.error != WifiReply::NoError) {
         fail(answer);
-    else if (calls.isEmpty())
+    } else if (calls.isEmpty()) {
         follow();
-    else
-        link.call(calls.takeFirst(), this, [this](const Answer &reached) { next(reached); });
+    } else {
+        const DaemonCall call = calls.takeFirst();
+        link.call(call, this, [this, call](const Answer &reached) {
+            if (call.isRemoval() && reached.removed)
+                calls.prepend(call); // there may be more by that name
+            next(reached);
+        });
+    }
 }
 
 // Only from here on: what was reported earlier was about the network before.
@@ -66,11 +68,7 @@ void Join::onStatus(Status::Code status)
         reply.fail(WifiReply::WrongKey, QStringLiteral("wrong passphrase or key"));
         return;
     case Status::TemporarilyDisabled:
-        if (settings.security == Security::Enterprise)
-            reply.fail(WifiReply::WrongKey, QStringLiteral("identity or password refused"));
-        else
-            reply.fail(WifiReply::TemporarilyDisabled,
-                       QStringLiteral("the supplicant gave the network up for now"));
+        failDisabled();
         return;
     case Status::SupplicantExiting:
         reply.fail(WifiReply::NoSupplicant, QStringLiteral("the supplicant has ended"));
@@ -82,6 +80,18 @@ void Join::onStatus(Status::Code status)
     case Status::NetworkRemoved:
         return;
     }
+}
+
+/// Only WPA and WPA2 tell a wrong key from other reasons.
+void Join::failDisabled()
+{
+    if (settings.security == Security::Enterprise)
+        reply.fail(WifiReply::WrongKey, QStringLiteral("identity or password refused"));
+    else if (settings.security == Security::Wpa3)
+        reply.fail(WifiReply::WrongKey, QStringLiteral("refused; most likely a wrong passphrase"));
+    else
+        reply.fail(WifiReply::TemporarilyDisabled,
+                   QStringLiteral("the supplicant gave the network up for now"));
 }
 
 void Join::confirm()
@@ -121,8 +131,8 @@ void Join::timeOut()
 {
     QString text = QStringLiteral("not joined within %1 s").arg(settings.timeout.count());
     if (settings.security == Security::Wpa3)
-        text +=
-            QStringLiteral("; WPA3 needs the line pmf=1 in the supplicant's configuration file");
+        text += QStringLiteral("; the passphrase may be wrong, or the supplicant's configuration "
+                               "file may lack the line pmf=1, which WPA3 needs");
     reply.fail(WifiReply::TimedOut, text);
 }
 } // namespace BxWifi

@@ -23,6 +23,7 @@ private:
     void next(const Answer &answer);
     void follow();
     void onStatus(Status::Code status);
+    void failDisabled();
     void confirm();
     void takeAddress(const Answer &answer);
     void fail(const Answer &answer);

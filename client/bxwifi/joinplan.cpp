@@ -35,45 +35,59 @@ QString wpa()
     return QStringLiteral("WPA-PSK");
 }
 
-/// Selects a stored network, which goes by its printed name. Its key management stays, and so does
-/// its secret unless a key is given: the supplicant refuses an empty one.
-DaemonCall storedJoinCall(const JoinSettings &settings, const QString &key = {})
+/// Flags that make the daemon set WPA's key management, or none at all.
+QString flagsOf(Security security)
 {
-    return joinCall(record(printedSsid(settings.ssid), wpa(), key));
+    return security == Security::Wpa || security == Security::Wpa3 ? wpa() : QString();
 }
 
-/// The key management that the supplicant takes for a network set up by hand.
-QString keyManagement(Security security)
+DaemonCall newJoinCall(const JoinSettings &settings, const QString &key)
 {
-    switch (security) {
-    case Security::Wep:
-        return QStringLiteral("WEP"); // the daemon's own word
-    case Security::Wpa:
-        return wpa();
-    case Security::Wpa3:
-        return QStringLiteral("SAE");
-    case Security::Enterprise:
-        return QStringLiteral("WPA-EAP");
+    return joinCall(record(settings.ssid, flagsOf(settings.security), key));
+}
+
+/// Selects a stored network, which goes by its printed name. It keeps its secret unless a key is
+/// given: the supplicant refuses an empty one.
+DaemonCall storedJoinCall(const JoinSettings &settings, const QString &key)
+{
+    return joinCall(record(printedSsid(settings.ssid), flagsOf(settings.security), key));
+}
+
+DaemonCall manualCall(const JoinSettings &settings, const QString &flags, const QString &secret)
+{
+    BXNetwork network = record(settings.ssid, flags, secret);
+    network.identity = settings.identity;
+    return manualJoinCall(network);
+}
+
+// Setting a network up by hand saves before it selects, so that everything stored is enabled again
+// and competes. What is stored is disabled for good by a direct join, before or afterwards.
+QVector<DaemonCall> manualCalls(const JoinSettings &settings)
+{
+    switch (settings.security) {
     case Security::Open:
+        return {manualCall(settings, QStringLiteral("NONE"), {}), storedJoinCall(settings, {})};
+    case Security::Wep:
+        return {manualCall(settings, QStringLiteral("WEP"), settings.secret),
+                storedJoinCall(settings, {})};
+    case Security::Wpa: {
+        // Here a secret becomes a passphrase, so the key follows with the direct join; until then
+        // something stands in, as the supplicant does not save a network without any.
+        const QString key = keyOf(settings);
+        return {manualCall(settings, wpa(), key.left(longestPassphrase)),
+                storedJoinCall(settings, key)};
+    }
+    case Security::Wpa3:
+        // A direct join would undo the key management, so it comes before, for the others' sake.
+        return {newJoinCall(settings, keyOf(settings)), removeCall(printedSsid(settings.ssid)),
+                manualCall(settings, QStringLiteral("SAE"), settings.secret)};
+    case Security::Enterprise: // neither saved nor reloaded: nothing gets enabled
+        return {manualCall(settings, QStringLiteral("WPA-EAP"), settings.secret)};
     case Security::Automatic:
     case Security::Unsupported:
         break;
     }
-    return QStringLiteral("NONE");
-}
-
-/// Setting a network up by hand puts the secret between quotation marks, which makes a passphrase
-/// of it; a key is set afterwards, on the network that is then stored.
-QVector<DaemonCall> manualCalls(const JoinSettings &settings)
-{
-    const bool keyFollows = isPsk(settings.secret) && settings.security == Security::Wpa;
-    BXNetwork network = record(settings.ssid, keyManagement(settings.security),
-                               keyFollows ? QString() : settings.secret);
-    network.identity = settings.identity;
-    QVector<DaemonCall> calls{manualJoinCall(network)};
-    if (keyFollows)
-        calls.append(storedJoinCall(settings, settings.secret));
-    return calls;
+    return {};
 }
 } // namespace
 
@@ -83,18 +97,17 @@ bool isPsk(const QString &secret)
     return psk.match(secret).hasMatch();
 }
 
-JoinPlan joinPlan(const JoinSettings &settings)
+QVector<DaemonCall> joinPlan(const JoinSettings &settings)
 {
     if (settings.security != Security::Open && settings.secret.isEmpty())
-        return {false, {storedJoinCall(settings)}};
-    // A new start each time: a stored network cannot change its key management on the direct way,
-    // is not found under a name that is printed escaped, and is doubled on the manual way.
-    if (settings.hidden)
-        return {true, manualCalls(settings)};
-    if (settings.security == Security::Open)
-        return {true, {joinCall(record(settings.ssid, {}, {}))}};
-    if (settings.security == Security::Wpa)
-        return {true, {joinCall(record(settings.ssid, wpa(), keyOf(settings)))}};
-    return {true, manualCalls(settings)};
+        return {storedJoinCall(settings, {})};
+    // A new start each time: a stored network keeps settings of the way that it came by, is not
+    // found if its name is printed escaped, and is doubled when set up by hand.
+    const QVector<DaemonCall> start{removeCall(printedSsid(settings.ssid))};
+    if (!settings.hidden && settings.security == Security::Open)
+        return start + QVector<DaemonCall>{newJoinCall(settings, {})};
+    if (!settings.hidden && settings.security == Security::Wpa)
+        return start + QVector<DaemonCall>{newJoinCall(settings, keyOf(settings))};
+    return start + manualCalls(settings);
 }
 } // namespace BxWifi

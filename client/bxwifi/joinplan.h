@@ -10,14 +10,12 @@
 
 namespace BxWifi
 {
-/// What joins a network, in order.
-struct JoinPlan {
-    bool replaceStored; ///< First remove all that is stored under the name
-    QVector<DaemonCall> calls;
-};
+constexpr int shortestPassphrase = 8;
+constexpr int longestPassphrase = 63; // IEEE 802.11i, H.4.1
 
-/// The way to a network whose security is known and whose settings have no problem.
-JoinPlan joinPlan(const JoinSettings &settings);
+/// The way to a network whose security is known and whose settings have no problem: the calls to
+/// make, in order. A removal stands for as many as there are networks stored under the name.
+QVector<DaemonCall> joinPlan(const JoinSettings &settings);
 
 /// Whether a secret is a pre-shared key already: 64 hexadecimal digits.
 bool isPsk(const QString &secret);

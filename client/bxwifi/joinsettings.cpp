@@ -12,8 +12,6 @@ namespace BxWifi
 namespace
 {
 constexpr int longestSsid = 32; // bytes, IEEE 802.11
-constexpr int shortestPassphrase = 8;
-constexpr int longestPassphrase = 63; // IEEE 802.11i, H.4.1
 
 QString ssidProblem(const QString &ssid)
 {
@@ -49,25 +47,23 @@ QString passphraseProblem(const JoinSettings &settings)
 
 QString secretProblem(const JoinSettings &settings)
 {
-    if (hasControlCharacter(settings.secret + settings.identity))
-        return QStringLiteral("control characters in a passphrase, password or identity");
+    const int length = settings.secret.toUtf8().size();
     switch (settings.security) {
     case Security::Automatic:
-        return {};
+        return settings.hidden ? QStringLiteral("a hidden network does not say how it is protected")
+                               : QString();
     case Security::Open:
-        return settings.secret.isEmpty() ? QString()
-                                         : QStringLiteral("an open network takes no passphrase");
-    case Security::Wep: {
-        const int length = settings.secret.toUtf8().size();
+        return length == 0 ? QString() : QStringLiteral("an open network takes no passphrase");
+    case Security::Wep:
         return length == 0 || length == 5 || length == 13
                    ? QString()
                    : QStringLiteral("a WEP key has 5 or 13 characters");
-    }
     case Security::Wpa:
+        return length == 0 ? QString() : passphraseProblem(settings);
     case Security::Wpa3:
-        return settings.secret.isEmpty() ? QString() : passphraseProblem(settings);
+        return passphraseProblem(settings);
     case Security::Enterprise:
-        return settings.secret.isEmpty() || !settings.identity.isEmpty()
+        return length > 0 && !settings.identity.isEmpty()
                    ? QString()
                    : QStringLiteral("an enterprise network takes an identity and a password");
     case Security::Unsupported:
@@ -80,6 +76,10 @@ QString secretProblem(const JoinSettings &settings)
 QString JoinSettings::problem() const
 {
     const QString wrongName = ssidProblem(ssid);
-    return wrongName.isEmpty() ? secretProblem(*this) : wrongName;
+    if (!wrongName.isEmpty())
+        return wrongName;
+    if (hasControlCharacter(secret + identity))
+        return QStringLiteral("control characters in a passphrase, password or identity");
+    return secretProblem(*this);
 }
 } // namespace BxWifi

@@ -15,8 +15,8 @@ namespace BxWifi
 struct BXWIFI_EXPORT JoinSettings {
     QString ssid;
     Security security = Security::Automatic;
-    /// WPA passphrase or 64-digit key, WPA3 passphrase, WEP key or enterprise password. Empty on a
-    /// protected network: joined with what the supplicant has stored for it.
+    /// WPA passphrase or 64-digit key, WPA3 passphrase, WEP key or enterprise password. Empty for
+    /// WPA and WEP: joined with what the supplicant has stored; the others take it every time.
     QString secret;
     QString identity;    ///< Enterprise user name
     bool hidden = false; ///< The network does not announce its name

@@ -35,6 +35,7 @@ public:
     void scan(WifiReply *reply, const std::function<void()> &done);
     void join(AddressReply *reply, const JoinSettings &settings);
     void joinAnnounced(AddressReply *reply, const JoinSettings &settings);
+    void forget(WifiReply *reply, const QString &name, bool hasRemoved);
     static bool refuse(WifiReply *reply, const QString &problem);
 
     WifiClient &client;
@@ -133,6 +134,21 @@ void WifiClientPrivate::joinAnnounced(AddressReply *reply, const JoinSettings &s
             reply->fail(WifiReply::NotFound, QStringLiteral("no such network in sight"));
         else
             joinFound(found);
+    });
+}
+
+/// Removes one network after the other, as there may be several by that name.
+void WifiClientPrivate::forget(WifiReply *reply, const QString &name, bool hasRemoved)
+{
+    ask(removeCall(printedSsid(name)), reply, [=](const Answer &answer) {
+        if (answer.removed) {
+            model.setForgotten(name);
+            forget(reply, name, true);
+        } else if (hasRemoved) {
+            reply->finish({});
+        } else {
+            reply->fail(WifiReply::NotFound, QStringLiteral("no network is stored by that name"));
+        }
     });
 }
 
@@ -334,16 +350,7 @@ WifiReply *WifiClient::disconnectFromNetwork()
 WifiReply *WifiClient::forget(const QString &ssid)
 {
     auto *reply = new WifiReply(this);
-    d->link.removeAll(ssid, reply, [=](const Answer &answer, int removed) {
-        if (removed > 0)
-            d->model.setForgotten(ssid);
-        if (answer.error != WifiReply::NoError)
-            reply->fail(answer.error, answer.errorText);
-        else if (removed == 0)
-            reply->fail(WifiReply::NotFound, QStringLiteral("no network is stored by that name"));
-        else
-            reply->finish({});
-    });
+    d->forget(reply, ssid, false);
     return reply;
 }
 

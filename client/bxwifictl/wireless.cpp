@@ -265,7 +265,7 @@ ExitStatus connectTo(const Command &command)
     settings.ssid = soleArgument(command);
     settings.hidden = options.hidden;
     settings.security = options.security;
-    if (settings.security == Security::Automatic && (options.hidden || options.stored))
+    if (settings.security == Security::Automatic && options.hidden)
         settings.security = Security::Wpa;
 
     elapsed.start();

@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: 2026 The bxwifid developers
+// SPDX-License-Identifier: BSD-3-Clause
+
+// The panel under a user's fingers, on a screen that is not there.
+
+#include "panel.h"
+#include "radio.h"
+
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QScreen>
+#include <QTest>
+
+class PanelTest : public QObject
+{
+    Q_OBJECT
+
+public:
+    static void initMain()
+    {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("QT_QUICK_BACKEND", "software");
+    }
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void wrongKeyThenRightKey();
+    void forget();
+    void wiredPageShowsWhatIsStored();
+    void followsTheDaemonsRestart();
+
+private:
+    QQuickItem *item(const QString &name, QQuickItem *in = nullptr) const;
+    bool shows(const QString &name, const QString &text) const;
+    void click(const QString &name) const;
+    void type(const QString &text) const;
+
+    TestBed bed;
+    Radio radio{bed};
+    std::unique_ptr<BxWifi::WifiClient> client;
+    std::unique_ptr<QQmlApplicationEngine> engine;
+    QQuickWindow *window = nullptr;
+};
+
+void PanelTest::initTestCase()
+{
+    radio.setNetworks(
+        {"02:00:00:00:01:00\t2412\t-48\t[WPA2-PSK-CCMP][ESS]\tLab WPA2",
+         "02:00:00:00:02:00\t2437\t-60\t[ESS]\tLab Open",
+         "02:00:00:00:03:00\t2437\t-66\t[WPA2-EAP-CCMP][ESS]\tLab Enterprise",
+         "02:00:00:00:04:00\t5745\t-72\t[WPA2-SAE-CCMP][ESS]\tGr\\xc3\\xbc\\xc3\\x9fe",
+         "02:00:00:00:05:00\t5180\t-80\t[WEP][ESS]\tLab WEP"});
+    radio.setSecret("psk e7c35583e8cbd2ff9b932419c3daa1be7047b2545d76b25745cea82d732bc79f");
+    bed.tools.setOutput("fw_printenv", "ipaddr=192.168.1.10\n");
+    bed.start();
+    client = std::make_unique<BxWifi::WifiClient>();
+    engine = std::make_unique<QQmlApplicationEngine>();
+    loadPanel(*engine, *client);
+    window = qobject_cast<QQuickWindow *>(engine->rootObjects().value(0));
+    QVERIFY(QTest::qWaitForWindowExposed(window));
+}
+
+void PanelTest::cleanupTestCase()
+{
+    engine.reset(); // before the client that it shows
+    client.reset();
+}
+
+QQuickItem *PanelTest::item(const QString &name, QQuickItem *in) const
+{
+    const auto children = (in ? in : window->contentItem())->childItems();
+    for (QQuickItem *child : children) {
+        if (child->objectName() == name && child->isVisible())
+            return child;
+        if (QQuickItem *found = item(name, child))
+            return found;
+    }
+    return nullptr;
+}
+
+bool PanelTest::shows(const QString &name, const QString &text) const
+{
+    const QQuickItem *found = item(name);
+    return found && found->property("text").toString().contains(text);
+}
+
+void PanelTest::click(const QString &name) const
+{
+    QTRY_VERIFY2(item(name), qPrintable(name));
+    QTest::qWait(300); // whatever moves has come to rest
+    const QQuickItem *target = item(name);
+    const QPointF centre = target->mapToScene({target->width() / 2, target->height() / 2});
+    QTest::mouseClick(window, Qt::LeftButton, {}, centre.toPoint());
+}
+
+void PanelTest::type(const QString &text) const
+{
+    QTRY_VERIFY(item("secret") && item("secret")->hasActiveFocus());
+    QTest::keySequence(window, QKeySequence::SelectAll);
+    for (const QChar character : text)
+        QTest::keyClick(window, character.toLatin1());
+    QTest::keyClick(window, Qt::Key_Return);
+}
+
+void PanelTest::wrongKeyThenRightKey()
+{
+    click("Lab WPA2");
+    type("wrong horse battery");
+    QTRY_VERIFY(shows("problem", "wrong passphrase"));
+    QVERIFY(!shows("state", "Lab WPA2"));
+
+    click("secret");
+    type("correct horse battery");
+    QTRY_VERIFY(shows("state", "Lab WPA2  10.20.2.15"));
+    QTRY_VERIFY(!item("secret"));
+    QTest::qWait(500);
+    QVERIFY(window->screen()->grabWindow(window->winId()).save(PANEL_PICTURE));
+}
+
+void PanelTest::forget()
+{
+    const QByteArray command = "REMOVE_NETWORK 0";
+    const int before = bed.journal.entries().count(command);
+    click("Lab WPA2");
+    click("forget");
+    QTRY_COMPARE(bed.journal.entries().count(command), before + 1);
+}
+
+void PanelTest::wiredPageShowsWhatIsStored()
+{
+    click("wiredTab");
+    QTRY_VERIFY(shows("address", "192.168.1.10"));
+    click("wirelessTab");
+}
+
+void PanelTest::followsTheDaemonsRestart()
+{
+    QCOMPARE(bed.daemon.stop(), 0);
+    QTRY_VERIFY(shows("state", "not running"));
+    bed.start();
+    QTRY_VERIFY(shows("state", "Lab WPA2"));
+}
+
+QTEST_MAIN(PanelTest)
+#include "tst_panel.moc"

@@ -8,9 +8,7 @@
 
 #include <QTest>
 
-Q_DECLARE_METATYPE(Event)
-
-/// Everything that turns a text from outside into a value.
+/// Everything that turns a text from outside into a value, in tables of text and value.
 class ParsingTest : public QObject
 {
     Q_OBJECT
@@ -18,19 +16,15 @@ class ParsingTest : public QObject
 private slots:
     void events_data();
     void events();
-    void scanTables_data();
-    void scanTables();
-    void networkIds_data();
-    void networkIds();
-    void status_data();
-    void status();
-    void fullStatusReply();
-    void tools_data();
-    void tools();
+    void values_data();
+    void values();
 };
+
+Q_DECLARE_METATYPE(Event)
 
 namespace
 {
+/// Fields side by side, "-" for a null one.
 QString shown(const QStringList &fields)
 {
     QStringList texts;
@@ -38,165 +32,86 @@ QString shown(const QStringList &fields)
         texts << (text.isNull() ? "-" : text);
     return texts.join('|');
 }
-} // namespace
 
-void ParsingTest::events_data()
+void row(const char *name, const QString &actual, const char *expected)
 {
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<Event>("event");
+    QTest::newRow(name) << actual << QString(expected);
+}
 
-    const auto row = [](const char *message, Event event) {
-        QTest::newRow(message) << QString(message) << event;
+void scanTables()
+{
+    const auto table = [](const char *name, const char *reply, const char *expected) {
+        QStringList lines;
+        for (const BXNetwork &n : scanTable(reply))
+            lines << shown({n.bssid, n.frequency, n.signalLevel, n.flags, n.ssid, n.password});
+        row(name, lines.join('\n'), expected);
     };
-    row("<3>CTRL-REQ-PASSWORD-1:CTRL-EVENT-CONNECTED ", Event::Request);
-    row("<3>CTRL-EVENT-SCAN-RESULTS ", Event::ScanResults);
-    row("<3>CTRL-EVENT-SCAN-RESULTS", Event::Other);
-    row("<3>ctrl-event-scan-results ", Event::Other);
-    row("CTRL-EVENT-DISCONNECTED bssid=02:00:00:00:00:01 reason=3", Event::Disconnected);
-    row("<3>CTRL-EVENT-CONNECTED - Connection to 02:00:00:00:00:01 completed", Event::Connected);
-    row("<3>CTRL-EVENT-BSS-ADDED 0 02:00:00:00:00:01", Event::BssAdded);
-    row("<3>CTRL-EVENT-BSS-REMOVED 0 02:00:00:00:00:01", Event::BssRemoved);
-    row("<3>Trying to associate with SSID 'Associated '", Event::Associating);
-    row("<3>Associated with 02:00:00:00:00:01", Event::Associated);
-    row("<3>CTRL-EVENT-TERMINATING ", Event::Terminating);
-    row("<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0", Event::TemporarilyDisabled);
-    row("<3>CTRL-EVENT-SCAN-STARTED ", Event::Other);
+    table("no reply", "", "");
+    table("header", "bssid / frequency / signal level / flags / ssid\n", "");
+    table("first line is never a network", "a\t1\t-1\t\tx\nb\t2\t-2\t[ESS]\t y z \nc\t3\t-3\t\t\n",
+          "b|2|-2|[ESS]| y z |-\nc|3|-3|||-");
+    table("other shapes", "\na\t1\t-1\t[ESS]\na\t1\t-1\t[ESS]\tx\ty\n\na\t1\t-1\t[ESS]\tcu",
+          "a|1|-1|[ESS]|cu|-");
 }
 
-void ParsingTest::events()
+void networkIds()
 {
-    QFETCH(QString, message);
-    QTEST(eventOf(message), "event");
+    const auto id = [](const char *ssid, const char *expected) {
+        const char reply[] = "network id\tssid\tbssid\tflags\n"
+                             "3\tTwice\tany\t[CURRENT]\n4\tTwice\tany\t\n5\tNo flags\tany\t\n"
+                             "6\tThree columns\tany\n7\tFive columns\tany\t\t\nx y\tText\tany\t\n";
+        row(ssid, networkIdOf(reply, ssid).value_or("none"), expected);
+    };
+    id("ssid", "none"); // the header
+    id("Twice", "3");
+    id("twice", "none");
+    id("No flags", "5");
+    id("Three columns", "none");
+    id("Five columns", "none");
+    id("Text", "x y");
+    row("no list", networkIdOf("", "").value_or("none"), "none");
 }
 
-void ParsingTest::scanTables_data()
+void statusReplies()
 {
-    QTest::addColumn<QString>("reply");
-    QTest::addColumn<QStringList>("networks");
+    const auto status = [](const char *name, const char *reply, const char *expected) {
+        const QString state = isAssociationCompleted(reply) ? "joined" : "not";
+        row(name, QStringList{state, currentSsid(reply), currentAddress(reply)}.join('|'),
+            expected);
+    };
+    status("nothing", "", "not||");
+    status("joined", "bssid=b\nssid=Home\nwpa_state=COMPLETED\nip_address=10.0.0.2\n",
+           "joined|Home|10.0.0.2");
+    status("small letters", "wpa_state=xcompletedx", "joined||");
+    status("first state", "wpa_state=SCANNING\nwpa_state=COMPLETED\n", "not||");
+    status("state elsewhere", "p2p_wpa_state=COMPLETED\n", "not||");
+    status("no name", "bssid=b\nip_address=10.0.0.2\n", "not||");
+    status("empty name", "ssid=\nip_address=10.0.0.2\n", "not||");
+    status("no address", "ssid=Home\n", "not|Home|");
+    status("key within", "ssid=my ssid=net=1\nip_address=a\nip_address=b ip_address=c",
+           "not|my net=1|b c");
+    status("name like an address", "ssid=ip_address=x", "not|ip_address=x|x");
+    status("three names", "ssid=one\nssid=two\nssid=\nip_address=a", "not|one|a");
 
-    QTest::newRow("no reply") << QString() << QStringList();
-    QTest::newRow("header") << "bssid / frequency / signal level / flags / ssid\n" << QStringList();
-    QTest::newRow("first line is never a network")
-        << "a\t1\t-1\t\tx\nb\t2\t-2\t[ESS]\t y z \nc\t3\t-3\t\t\n"
-        << QStringList{"b|2|-2|[ESS]| y z |-|-", "c|3|-3|||-|-"};
-    QTest::newRow("other shapes")
-        << "\na\t1\t-1\t[ESS]\na\t1\t-1\t[ESS]\tx\ty\n\na\t1\t-1\t[ESS]\tcu"
-        << QStringList{"a|1|-1|[ESS]|cu|-|-"};
-}
-
-void ParsingTest::scanTables()
-{
-    QFETCH(QString, reply);
-    QStringList networks;
-    for (const BXNetwork &n : scanTable(reply))
-        networks << shown(
-            {n.bssid, n.frequency, n.signalLevel, n.flags, n.ssid, n.password, n.identity});
-    QTEST(networks, "networks");
-}
-
-void ParsingTest::networkIds_data()
-{
-    QTest::addColumn<QString>("ssid");
-    QTest::addColumn<QString>("id");
-
-    QTest::newRow("header is not a network") << "ssid"
-                                             << "none";
-    QTest::newRow("first of two") << "Twice"
-                                  << "3";
-    QTest::newRow("case differs") << "twice"
-                                  << "none";
-    QTest::newRow("empty flags") << "No flags"
-                                 << "5";
-    QTest::newRow("three columns") << "Short"
-                                   << "none";
-    QTest::newRow("five columns") << "Long"
-                                  << "none";
-    QTest::newRow("id is text") << "Text"
-                                << "x y";
-}
-
-void ParsingTest::networkIds()
-{
-    QFETCH(QString, ssid);
-    const QString reply = "network id\tssid\tbssid\tflags\n"
-                          "3\tTwice\tany\t[CURRENT]\n4\tTwice\tany\t\n5\tNo flags\tany\t\n"
-                          "6\tShort\tany\n7\tLong\tany\t\t\nx y\tText\tany\t\n";
-    QTEST(networkIdOf(reply, ssid).value_or("none"), "id");
-    QVERIFY(!networkIdOf(QString(), ssid));
-}
-
-void ParsingTest::status_data()
-{
-    QTest::addColumn<QString>("reply");
-    QTest::addColumn<bool>("completed");
-    QTest::addColumn<QString>("ssid");
-    QTest::addColumn<QString>("address");
-
-    QTest::newRow("none") << "" << false << ""
-                          << "";
-    QTest::newRow("joined") << "bssid=b\nssid=Home\nwpa_state=COMPLETED\nip_address=10.0.0.2\n"
-                            << true << "Home"
-                            << "10.0.0.2";
-    QTest::newRow("small letters") << "wpa_state=xcompletedx" << true << ""
-                                   << "";
-    QTest::newRow("first state") << "wpa_state=SCANNING\nwpa_state=COMPLETED\n"
-                                 << false << ""
-                                 << "";
-    QTest::newRow("state elsewhere") << "p2p_wpa_state=COMPLETED\n"
-                                     << false << ""
-                                     << "";
-    QTest::newRow("no name") << "bssid=b\nip_address=10.0.0.2\n"
-                             << false << ""
-                             << "";
-    QTest::newRow("empty name") << "ssid=\nip_address=10.0.0.2\n"
-                                << false << ""
-                                << "";
-    QTest::newRow("no address") << "ssid=Home\n"
-                                << false << "Home"
-                                << "";
-    QTest::newRow("key in the name")
-        << "ssid=my ssid=net=1\nip_address=a\nip_address=b ip_address=c" << false << "my net=1"
-        << "b c";
-    QTest::newRow("name looks like an address") << "ssid=ip_address=x" << false << "ip_address=x"
-                                                << "x";
-    QTest::newRow("names") << "ssid=one\nssid=two\nssid=\nip_address=a" << false << "one"
-                           << "a";
-}
-
-void ParsingTest::status()
-{
-    QFETCH(QString, reply);
-    QTEST(isAssociationCompleted(reply), "completed");
-    QTEST(currentSsid(reply), "ssid");
-    QTEST(currentAddress(reply), "address");
-}
-
-void ParsingTest::fullStatusReply()
-{
     const BXNetworkConnected s = fullStatus(
         "mode=station\nfreq=\nbssid=old\nbssid=b\nssid=a=b\nssid_verified=1\ngroup_cipher=TKIP\n"
         "pairwise_cipher=CCMP\ngroup_mgmt=BIP\nkey_mgmt=WPA2-PSK\nwpa_state=COMPLETED\n=x\n");
-    QCOMPARE(shown({s.bssid, s.frequency, s.ssid, s.mode, s.pairwiseCipher, s.groupCipher,
-                    s.keyMgmt, s.wpaState, s.ipAddress}),
-             QString("b||a|station|CCMP|BIP|WPA2-PSK|COMPLETED|-"));
+    row("full status",
+        shown({s.bssid, s.frequency, s.ssid, s.mode, s.pairwiseCipher, s.groupCipher, s.keyMgmt,
+               s.wpaState, s.ipAddress}),
+        "b||a|station|CCMP|BIP|WPA2-PSK|COMPLETED|-");
 }
 
-void ParsingTest::tools_data()
+void toolOutput()
 {
-    QTest::addColumn<QString>("actual");
-    QTest::addColumn<QString>("expected");
+    row("line feed stays", shown({bootValueOf("ipaddr=10.0.0.2\n")}), "10.0.0.2\n");
+    row("up to the next =", shown({bootValueOf("ipaddr=a=b\n")}), "a");
+    row("not set", shown({bootValueOf("")}), "");
 
-    const auto boot = [](const char *name, const char *output, const char *value) {
-        QTest::newRow(name) << shown({bootValueOf(output)}) << QString(value);
-    };
-    boot("line feed stays", "ipaddr=10.0.0.2\n", "10.0.0.2\n");
-    boot("up to the next =", "ipaddr=a=b\n", "a");
-    boot("not set", "", "");
-
-    const auto address = [](const char *name, const char *output, const char *fields) {
+    const auto address = [](const char *name, const char *output, const char *expected) {
         BXStatic a;
         readInterfaceAddress(output, a);
-        QTest::newRow(name) << shown({a.ipAddress, a.netmask}) << QString(fields);
+        row(name, shown({a.ipAddress, a.netmask}), expected);
     };
     address("busybox",
             "eth0  Link encap:Ethernet  HWaddr 02:00:00:00:00:01 inet addr:9.9.9.9\n"
@@ -207,12 +122,11 @@ void ParsingTest::tools_data()
     address("last line counts", "inet addr:1.1.1.1 Mask:2.2.2.2\ninet addr:3.3.3.3\n",
             "3.3.3.3|2.2.2.2");
     address("another form", "inet 10.0.0.2  netmask 255.0.0.0 addr:1\n", "-|-");
-    address("no address", "", "-|-");
 
     const auto gateway = [](const char *name, const char *output, const char *expected) {
         BXStatic a;
         readDefaultGateway(output, a);
-        QTest::newRow(name) << shown({a.gateway}) << QString(expected);
+        row(name, shown({a.gateway}), expected);
     };
     gateway("default route",
             "0.0.0.0  10.0.0.9  0.0.0.0  UG  0 0 0 wlan0\n"
@@ -222,15 +136,51 @@ void ParsingTest::tools_data()
     gateway("last of two", "0.0.0.0\t1.1.1.1 eth0\n0.0.0.0\t2.2.2.2 eth0\n", "2.2.2.2");
     gateway("none", "Kernel IP routing table\n0.0.0.0 1.1.1.1 eth0 \n", "-");
 
-    const auto psk = [](const char *name, const char *output, const char *expected) {
-        QTest::newRow(name) << shown({printedPskOf(output)}) << QString(expected);
+    row("after the comment", printedPskOf("\t#psk=\"secret\"\n\tpsk=0a1b\n}\n"), "0a1b");
+    row("capitals", printedPskOf("PSK=0A1B=2c\n"), "0A1B");
+    row("no key", printedPskOf("Passphrase must be 8..63 characters\n"), "");
+}
+} // namespace
+
+void ParsingTest::events_data()
+{
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<Event>("event");
+
+    const auto event = [](const char *message, Event expected) {
+        QTest::newRow(message) << QString(message) << expected;
     };
-    psk("after the comment", "network={\n\t#psk=\"secret\"\n\tpsk=0a1b\n}\n", "0a1b");
-    psk("capitals", "PSK=0A1B=2c\n", "0A1B");
-    psk("no key", "Passphrase must be 8..63 characters\n", "-");
+    event("<3>CTRL-REQ-PASSWORD-1:CTRL-EVENT-CONNECTED ", Event::Request);
+    event("<3>CTRL-EVENT-SCAN-RESULTS ", Event::ScanResults);
+    event("<3>CTRL-EVENT-SCAN-RESULTS", Event::Other);
+    event("<3>ctrl-event-scan-results ", Event::Other);
+    event("CTRL-EVENT-DISCONNECTED bssid=02:00:00:00:00:01 reason=3", Event::Disconnected);
+    event("<3>CTRL-EVENT-CONNECTED - Connection to 02:00:00:00:00:01 completed", Event::Connected);
+    event("<3>CTRL-EVENT-BSS-ADDED 0 02:00:00:00:00:01", Event::BssAdded);
+    event("<3>CTRL-EVENT-BSS-REMOVED 0 02:00:00:00:00:01", Event::BssRemoved);
+    event("<3>Trying to associate with SSID 'Associated '", Event::Associating);
+    event("<3>Associated with 02:00:00:00:00:01", Event::Associated);
+    event("<3>CTRL-EVENT-TERMINATING ", Event::Terminating);
+    event("<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0", Event::TemporarilyDisabled);
 }
 
-void ParsingTest::tools()
+void ParsingTest::events()
+{
+    QFETCH(QString, message);
+    QTEST(eventOf(message), "event");
+}
+
+void ParsingTest::values_data()
+{
+    QTest::addColumn<QString>("actual");
+    QTest::addColumn<QString>("expected");
+    scanTables();
+    networkIds();
+    statusReplies();
+    toolOutput();
+}
+
+void ParsingTest::values()
 {
     QFETCH(QString, actual);
     QTEST(actual, "expected");

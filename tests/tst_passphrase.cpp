@@ -44,7 +44,6 @@ void PassphraseTest::keys()
 void PassphraseTest::noKey()
 {
     WifiControl control(nullptr);
-    QCOMPARE(control.hashPassword("", "").size(), 64);
     QVERIFY(control.hashPasswordVantrel("too few", "IEEE").isEmpty());
     qputenv("PATH", "/nowhere");
     QVERIFY(control.hashPasswordVantrel("password", "IEEE").isEmpty());

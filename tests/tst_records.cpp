@@ -61,15 +61,7 @@ void RecordsTest::encoding_data()
                              << letters("abcdefg") + "01";
     QTest::newRow("unfilled") << payloadOf(BXNetwork())
                               << QByteArray("ffffffff").repeated(7) + "00";
-    BXNetworkConnected status;
-    status.bssid = "a";
-    status.frequency = "b";
-    status.ssid = "c";
-    status.mode = "d";
-    status.pairwiseCipher = "e";
-    status.groupCipher = "f";
-    status.keyMgmt = "g";
-    status.wpaState = "h";
+    const BXNetworkConnected status{"a", "b", "c", "d", "e", "f", "g", "h", QString()};
     QTest::newRow("connected") << payloadOf(status) << letters("abcdefgh") + "ffffffff";
 }
 

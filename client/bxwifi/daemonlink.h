@@ -8,6 +8,7 @@
 #include "wifinetwork.h"
 #include "wifireply.h"
 #include "wifistatus.h"
+#include "wiredsettings.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -32,7 +33,14 @@ struct Answer {
     std::optional<WifiStatus> status;
     std::optional<WiredSettings> wired;
     std::optional<bool> dhcp;
+
+    bool isWithoutSupplicant() const { return status && status->supplicantState.isEmpty(); }
 };
+/// The error text for that.
+inline QString noSupplicant()
+{
+    return QStringLiteral("the daemon has no supplicant to talk to");
+}
 using AnswerHandler = std::function<void(const Answer &)>;
 
 /// The daemon as seen over the system bus: its signals decoded, its methods called.

@@ -54,6 +54,10 @@ void Join::follow()
 {
     reply.setStage(WifiReply::Associating);
     connect(&link, &DaemonLink::statusMessage, this, &Join::onStatus);
+    link.call(DaemonCall::fullStatus(), this, [this](const Answer &answer) {
+        if (answer.isWithoutSupplicant())
+            reply.fail(WifiReply::NoSupplicant, noSupplicant());
+    });
 }
 
 void Join::onStatus(Status::Code status)
@@ -96,14 +100,15 @@ void Join::failDisabled()
 
 void Join::confirm()
 {
-    link.call(ssidCall(), this, [this](const Answer &answer) {
+    link.call(DaemonCall::ssid(), this, [this](const Answer &answer) {
         if (answer.error != WifiReply::NoError) {
             fail(answer);
         } else if (answer.ssid != reportedName(settings.ssid)) {
             isConfirming = false; // another network, joined on the way
         } else {
             reply.setStage(WifiReply::Addressing);
-            link.call(addressCall(), this, [this](const Answer &last) { takeAddress(last); });
+            link.call(DaemonCall::address(), this,
+                      [this](const Answer &last) { takeAddress(last); });
         }
     });
 }

@@ -43,21 +43,21 @@ QString flagsOf(Security security)
 
 DaemonCall newJoinCall(const JoinSettings &settings, const QString &key)
 {
-    return joinCall(record(settings.ssid, flagsOf(settings.security), key));
+    return DaemonCall::join(record(settings.ssid, flagsOf(settings.security), key));
 }
 
 /// Selects a stored network, which goes by its printed name. It keeps its secret unless a key is
 /// given: the supplicant refuses an empty one.
 DaemonCall storedJoinCall(const JoinSettings &settings, const QString &key)
 {
-    return joinCall(record(printedSsid(settings.ssid), flagsOf(settings.security), key));
+    return DaemonCall::join(record(printedSsid(settings.ssid), flagsOf(settings.security), key));
 }
 
 DaemonCall manualCall(const JoinSettings &settings, const QString &flags, const QString &secret)
 {
     BXNetwork network = record(settings.ssid, flags, secret);
     network.identity = settings.identity;
-    return manualJoinCall(network);
+    return DaemonCall::joinManually(network);
 }
 
 // Setting a network up by hand saves before it selects, so that everything stored is enabled again
@@ -79,7 +79,8 @@ QVector<DaemonCall> manualCalls(const JoinSettings &settings)
     }
     case Security::Wpa3:
         // A direct join would undo the key management, so it comes before, for the others' sake.
-        return {newJoinCall(settings, keyOf(settings)), removeCall(printedSsid(settings.ssid)),
+        return {newJoinCall(settings, keyOf(settings)),
+                DaemonCall::remove(printedSsid(settings.ssid)),
                 manualCall(settings, QStringLiteral("SAE"), settings.secret)};
     case Security::Enterprise: // neither saved nor reloaded: nothing gets enabled
         return {manualCall(settings, QStringLiteral("WPA-EAP"), settings.secret)};
@@ -103,7 +104,7 @@ QVector<DaemonCall> joinPlan(const JoinSettings &settings)
         return {storedJoinCall(settings, {})};
     // A new start each time: a stored network keeps settings of the way that it came by, is not
     // found if its name is printed escaped, and is doubled when set up by hand.
-    const QVector<DaemonCall> start{removeCall(printedSsid(settings.ssid))};
+    const QVector<DaemonCall> start{DaemonCall::remove(printedSsid(settings.ssid))};
     if (!settings.hidden && settings.security == Security::Open)
         return start + QVector<DaemonCall>{newJoinCall(settings, {})};
     if (!settings.hidden && settings.security == Security::Wpa)

@@ -17,6 +17,15 @@ constexpr int scanTimeout_ms = 20000;
 // The daemon rebuilds its link 100 ms after the call and says nothing about it.
 constexpr int relinkDelay_ms = 500;
 
+BXStatic recordOf(const WiredSettings &settings)
+{
+    BXStatic addressing;
+    addressing.ipAddress = settings.address;
+    addressing.gateway = settings.gateway;
+    addressing.netmask = settings.netmask;
+    return addressing;
+}
+
 template<typename Reply>
 void registerReply(const char *name)
 {
@@ -97,13 +106,19 @@ void WifiClientPrivate::ask(const DaemonCall &call, WifiReply *reply, const Answ
 
 void WifiClientPrivate::scan(WifiReply *reply, const std::function<void()> &done)
 {
-    ask(scanCall(), reply, [=](const Answer &) {
+    ask(DaemonCall::scan(), reply, [=](const Answer &) {
         connect(this, &WifiClientPrivate::scanEnded, reply, [=](bool delivered) {
             if (delivered)
                 done();
             else
-                reply->fail(link.isAvailable() ? WifiReply::TimedOut : WifiReply::NoDaemon,
-                            QStringLiteral("no scan results; has the daemon a supplicant?"));
+                reply->fail(WifiReply::TimedOut, QStringLiteral("no scan results"));
+        });
+        // Without a supplicant nothing would come.
+        ask(DaemonCall::fullStatus(), reply, [=](const Answer &answer) {
+            if (!answer.isWithoutSupplicant())
+                return;
+            reply->fail(WifiReply::NoSupplicant, noSupplicant());
+            endScan(false);
         });
     });
 }
@@ -140,7 +155,7 @@ void WifiClientPrivate::joinAnnounced(AddressReply *reply, const JoinSettings &s
 /// Removes one network after the other, as there may be several by that name.
 void WifiClientPrivate::forget(WifiReply *reply, const QString &name, bool hasRemoved)
 {
-    ask(removeCall(printedSsid(name)), reply, [=](const Answer &answer) {
+    ask(DaemonCall::remove(printedSsid(name)), reply, [=](const Answer &answer) {
         if (answer.removed) {
             model.setForgotten(name);
             forget(reply, name, true);
@@ -167,13 +182,13 @@ void WifiClientPrivate::onAvailable(bool available)
         client.status();
         return;
     }
+    const auto replies = client.findChildren<WifiReply *>(QString(), Qt::FindDirectChildrenOnly);
+    for (WifiReply *reply : replies)
+        reply->fail(WifiReply::NoDaemon, QStringLiteral("the daemon bxwifid went away"));
     endScan(false);
     setState(WifiClient::Unavailable);
     setSsid({});
     setAddress({});
-    const auto replies = client.findChildren<WifiReply *>(QString(), Qt::FindDirectChildrenOnly);
-    for (WifiReply *reply : replies)
-        reply->fail(WifiReply::NoDaemon, QStringLiteral("the daemon bxwifid went away"));
 }
 
 void WifiClientPrivate::onStatusMessage(Status::Code status)
@@ -343,7 +358,7 @@ AddressReply *WifiClient::connectToHidden(const QString &ssid, Security security
 WifiReply *WifiClient::disconnectFromNetwork()
 {
     auto *reply = new WifiReply(this);
-    d->ask(disconnectCall(), reply, [=](const Answer &) { reply->finish({}); });
+    d->ask(DaemonCall::disconnect(), reply, [=](const Answer &) { reply->finish({}); });
     return reply;
 }
 
@@ -357,8 +372,8 @@ WifiReply *WifiClient::forget(const QString &ssid)
 StatusReply *WifiClient::status()
 {
     auto *reply = new StatusReply(this);
-    d->ask(fullStatusCall(), reply, [=](const Answer &full) {
-        d->ask(ssidCall(), reply, [=](const Answer &name) {
+    d->ask(DaemonCall::fullStatus(), reply, [=](const Answer &full) {
+        d->ask(DaemonCall::ssid(), reply, [=](const Answer &name) {
             WifiStatus status = full.status.value_or(WifiStatus());
             status.ssid = name.ssid.value_or(QString()); // whole; the status ends it at a "="
             reply->finish(QVariant::fromValue(status));
@@ -370,7 +385,7 @@ StatusReply *WifiClient::status()
 AddressReply *WifiClient::wirelessAddress()
 {
     auto *reply = new AddressReply(this);
-    d->ask(addressCall(), reply,
+    d->ask(DaemonCall::address(), reply,
            [=](const Answer &answer) { reply->finish(answer.address.value_or(QString())); });
     return reply;
 }
@@ -378,11 +393,11 @@ AddressReply *WifiClient::wirelessAddress()
 WifiReply *WifiClient::relink()
 {
     auto *reply = new WifiReply(this);
-    d->ask(relinkCall(), reply, [=](const Answer &) {
+    d->ask(DaemonCall::relink(), reply, [=](const Answer &) {
         QTimer::singleShot(relinkDelay_ms, reply, [=] {
-            d->ask(fullStatusCall(), reply, [=](const Answer &answer) {
-                if (answer.status.value_or(WifiStatus()).supplicantState.isEmpty())
-                    reply->fail(WifiReply::NoSupplicant, QStringLiteral("no supplicant answers"));
+            d->ask(DaemonCall::fullStatus(), reply, [=](const Answer &answer) {
+                if (answer.isWithoutSupplicant())
+                    reply->fail(WifiReply::NoSupplicant, noSupplicant());
                 else
                     reply->finish({});
             });
@@ -394,8 +409,8 @@ WifiReply *WifiClient::relink()
 WiredReply *WifiClient::wiredSettings()
 {
     auto *reply = new WiredReply(this);
-    d->ask(wiredStoredCall(), reply, [=](const Answer &stored) {
-        d->ask(wiredLiveCall(), reply, [=](const Answer &live) {
+    d->ask(DaemonCall::wiredStored(), reply, [=](const Answer &stored) {
+        d->ask(DaemonCall::wiredLive(), reply, [=](const Answer &live) {
             WiredSettings settings = stored.wired.value_or(WiredSettings());
             settings.dhcp = live.dhcp.value_or(false);
             reply->finish(QVariant::fromValue(settings));
@@ -407,7 +422,7 @@ WiredReply *WifiClient::wiredSettings()
 WiredReply *WifiClient::wiredStatus()
 {
     auto *reply = new WiredReply(this);
-    d->ask(wiredLiveCall(), reply, [=](const Answer &answer) {
+    d->ask(DaemonCall::wiredLive(), reply, [=](const Answer &answer) {
         WiredSettings settings = answer.wired.value_or(WiredSettings());
         settings.dhcp = answer.dhcp.value_or(false);
         reply->finish(QVariant::fromValue(settings));
@@ -424,14 +439,15 @@ WifiReply *WifiClient::setWiredAddress(const QString &address, const QString &ga
     settings.gateway = gateway;
     settings.netmask = netmask;
     if (!d->refuse(reply, settings.problem()))
-        d->ask(setWiredCall(settings), reply, [=](const Answer &) { reply->finish({}); });
+        d->ask(DaemonCall::setWired(recordOf(settings)), reply,
+               [=](const Answer &) { reply->finish({}); });
     return reply;
 }
 
 WifiReply *WifiClient::setWiredDhcp(bool dhcp)
 {
     auto *reply = new WifiReply(this);
-    d->ask(setDhcpCall(dhcp), reply, [=](const Answer &) { reply->finish({}); });
+    d->ask(DaemonCall::setDhcp(dhcp), reply, [=](const Answer &) { reply->finish({}); });
     return reply;
 }
 } // namespace BxWifi

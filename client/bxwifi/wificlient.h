@@ -29,10 +29,10 @@ using WiredReply = WifiReplyWith<WiredSettings>;
 /// time: requests on their way fail with WifiReply::NoDaemon, and the object goes on.
 ///
 /// The daemon answers everybody at once. A request's answer is what the daemon said last before it
-/// was done with the request, so an answer to another client is not taken for one's own, with two
-/// exceptions that the protocol leaves no way round: a result set that arrives after a scan was
-/// asked for may come from an earlier scan, and forget() succeeds for a name that is not stored
-/// when another client removes a network at that moment.
+/// was done with the request, so an answer to another client is not taken for one's own. Where the
+/// protocol leaves no way to tell: the results that a scan brings may be those of an earlier scan;
+/// forget() may succeed for a name that is not stored, if another client removes a network at that
+/// moment; and joining may fail with the trouble of a network that another client joins just then.
 ///
 /// The properties follow what the daemon reports to any client. It does not report a connection
 /// that is lost: call status() from time to time to have them brought up to date.

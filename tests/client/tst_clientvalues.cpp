@@ -6,6 +6,7 @@
 #include "bxwifi/joinplan.h"
 #include "bxwifi/ssid.h"
 #include "bxwifi/wifinetwork.h"
+#include "bxwifi/wiredsettings.h"
 #include "bxwifictl/output.h"
 #include "records/payload.h"
 

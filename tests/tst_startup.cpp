@@ -93,20 +93,21 @@ void StartUpTest::log_data()
                                             setup("opened connection to wpa_supplicant"),
                                             setup("failed to attach to wpa_supplicant")} +
                                     notLinked;
+    const QString notRegistered =
+        logger + "Failed to register service: com.brelvix.bxwifid  error: ";
     QTest::newRow("name taken")
         << Preparation([](TestBed &bed) {
                QVERIFY(bed.client.connection().registerService("com.brelvix.bxwifid"));
            })
         << QStringList{logger + "Service already registered: com.brelvix.bxwifid",
-                       logger + R"(Failed to register service: com.brelvix.bxwifid  error: "")"} +
+                       notRegistered + R"("")"} +
                linked;
     QTest::newRow("no bus")
         << Preparation([](TestBed &bed) {
                bed.daemon.setEnvironment("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere");
            })
         << QStringList{logger + "Cannot connect to the D-Bus system bus.",
-                       logger +
-                           R"(Failed to register service: com.brelvix.bxwifid  error: "Not connected to D-Bus server")",
+                       notRegistered + R"("Not connected to D-Bus server")",
                        logger + R"(Failed to register object: "Not connected to D-Bus server")"} +
                linked;
 }

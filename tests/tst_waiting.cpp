@@ -16,6 +16,7 @@ private slots:
     void retry();
     void rebuildDuringRetry();
     void hangingTool();
+    void hangingToolAtEnd();
 };
 
 void WaitingTest::timeOut()
@@ -79,6 +80,17 @@ void WaitingTest::hangingTool()
     bed.client.call("dynamicRequest");
     QCOMPARE(bed.journal.take().last(), QByteArray("dynamicResult(false)"));
     QCOMPARE(bed.daemon.log(), before);
+}
+
+void WaitingTest::hangingToolAtEnd()
+{
+    TestBed bed;
+    bed.tools.setScript("fw_setenv", "exec sleep 100");
+    bed.start();
+    bed.client.call("setDynamic", {true});
+    QCOMPARE(bed.daemon.stop(), 0);
+    const QString last = R"(QString WifiControl::ctrlRequest(const QString&) "SAVE_CONFIG" true)";
+    QCOMPARE(bed.daemon.log().last(), last);
 }
 
 QTEST_GUILESS_MAIN(WaitingTest)

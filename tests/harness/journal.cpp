@@ -29,13 +29,13 @@ QByteArrayList Journal::entries() const
     reader.open(QIODevice::ReadOnly);
     QByteArrayList found = reader.readAll().split(endOfEntry);
     found.removeLast();
-    return found;
+    return found.mid(taken);
 }
 
 QByteArrayList Journal::take()
 {
     const QByteArrayList found = entries();
-    file.resize(0);
+    taken += found.size();
     return found;
 }
 

@@ -27,6 +27,7 @@ public:
 
 private:
     QFile file;
+    int taken = 0;
 };
 
 /// The entry of a tool run: its name and its arguments.

@@ -13,6 +13,10 @@
 #include <QDBusError>
 #include <QTimer>
 
+#include <limits>
+
+#include <dbus/dbus.h>
+
 namespace
 {
 constexpr int startUpDelay_ms = 100;
@@ -35,6 +39,15 @@ bool isServiceTaken(const QDBusConnection &bus)
     // There is no interface to ask when there is no bus.
     const QDBusConnectionInterface *busDaemon = bus.interface();
     return busDaemon && busDaemon->isServiceRegistered(QLatin1String(serviceName)).value();
+}
+
+/// Takes away the limit of 63 MiB of calls that wait to be handled. Beyond it libdbus would stop
+/// reading, and Qt could not have it go on: it handles calls on another thread than it reads on.
+void keepReading(const QDBusConnection &bus)
+{
+    if (bus.isConnected())
+        dbus_connection_set_max_received_size(static_cast<DBusConnection *>(bus.internalPointer()),
+                                              std::numeric_limits<long>::max());
 }
 } // namespace
 
@@ -82,6 +95,7 @@ void WifiDaemon::registerOnBus(const char *caller)
 
     if (!bus.isConnected())
         logger(__LINE__) << "Cannot connect to the D-Bus system bus.";
+    keepReading(bus);
     if (isServiceTaken(bus))
         logger(__LINE__) << "Service already registered:" << serviceName;
     if (bus.registerService(QLatin1String(serviceName)))

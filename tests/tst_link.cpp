@@ -17,6 +17,7 @@ class LinkTest : public QObject
 private slots:
     void events_data();
     void events();
+    void eventsBeforeCalls();
     void connected();
     void scanResults_data();
     void scanResults();
@@ -54,7 +55,7 @@ void LinkTest::events_data()
     const QByteArray removed = "<3>CTRL-EVENT-BSS-REMOVED 7 02:00:00:00:00:01";
     const QString status = requestLine("STATUS", "true");
     const QString message = R"(void WifiControl::processMessage(const QString&) )";
-    QTest::newRow("three at once")
+    QTest::newRow("signals")
         << QByteArrayList{removed + " more",
                           "<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0 auth_failures=1",
                           "<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0 reason=WRONG_KEY"}
@@ -101,6 +102,25 @@ void LinkTest::events()
     // Nothing comes after that, and the daemon is well.
     bed.client.call("enableRequest");
     QCOMPARE(bed.journal.take(), QByteArrayList{"statusMessage(1)"} + expected);
+}
+
+void LinkTest::eventsBeforeCalls()
+{
+    TestBed bed;
+    bed.start();
+    bed.setPace(std::chrono::milliseconds(50));
+    // What is pending when the daemon looks is handled together, also when a call came meanwhile.
+    bed.supplicant.hold("SCAN_RESULTS");
+    for (const char *event :
+         {"SCAN-RESULTS ", "SSID-TEMP-DISABLED x", "SSID-TEMP-DISABLED WRONG_KEY"})
+        bed.supplicant.sendEvent(QByteArray("<3>CTRL-EVENT-") + event);
+    QTRY_VERIFY(!bed.journal.entries().isEmpty());
+    bed.client.start("scanRequest");
+    QTest::qWait(100);
+    bed.supplicant.release();
+    QTRY_COMPARE(bed.journal.entries(),
+                 QByteArrayList({"SCAN_RESULTS", "statusMessage(3)", "statusMessage(6)",
+                                 "statusMessage(7)", "statusMessage(2)", "SCAN"}));
 }
 
 void LinkTest::connected()

@@ -187,8 +187,10 @@ void OperationsTest::methods_data()
         return toolRun({"fw_setenv", name, value});
     };
     row("set static", "setStaticRequest",
-        payloadOf(BXStatic{" 10.0.0.2\n", "a \t b", QString(), "reserved", "mac"}),
-        {set("ipaddr", "10.0.0.2"), set("gatewayip", "a b"), set("netmask", "")});
+        payloadOf(BXStatic{" 10.0.0.2\n", "a \t b", "c\n d", "reserved", "mac"}),
+        {set("ipaddr", "10.0.0.2"), set("gatewayip", "a b"), set("netmask", "c d")});
+    row("set static from nothing", "setStaticRequest", QByteArray(),
+        {set("ipaddr", ""), set("gatewayip", ""), set("netmask", "")});
     row("set dynamic", "setDynamic", true, {set("dynamicip", "1")});
     row("clear dynamic", "setDynamic", false, {toolRun({"fw_setenv", "dynamicip"})});
 }

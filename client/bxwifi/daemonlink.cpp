@@ -142,8 +142,8 @@ void DaemonLink::setError(Answer &answer, const QDBusError &error) const
         answer.errorText = available ? QStringLiteral("the daemon bxwifid did not answer in time")
                                      : QStringLiteral("the daemon bxwifid went away");
         return;
-    default:
-        answer.error = WifiReply::Failed;
+    default: // among them those of a bus that failed to start the daemon
+        answer.error = available ? WifiReply::Failed : WifiReply::NoDaemon;
         answer.errorText = error.message();
     }
 }

@@ -5,6 +5,8 @@
 
 #include <QTimer>
 
+#include <utility>
+
 namespace BxWifi
 {
 namespace
@@ -20,8 +22,8 @@ QString reportedName(QString ssid)
 }
 } // namespace
 
-Join::Join(DaemonLink &daemon, const JoinSettings &wanted, WifiReply &pending)
-    : QObject(&pending), link(daemon), settings(wanted), reply(pending)
+Join::Join(DaemonLink &daemon, JoinSettings wanted, WifiReply &pending)
+    : QObject(&pending), link(daemon), settings(std::move(wanted)), reply(pending)
 {
 }
 

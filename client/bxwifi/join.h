@@ -16,7 +16,7 @@ class Join : public QObject
 {
 public:
     /// Lives as long as the reply.
-    Join(DaemonLink &link, const JoinSettings &settings, WifiReply &reply);
+    Join(DaemonLink &link, JoinSettings settings, WifiReply &reply);
     void start();
 
 private:

@@ -75,9 +75,9 @@ QString secretProblem(const JoinSettings &settings)
 
 QString JoinSettings::problem() const
 {
-    const QString wrongName = ssidProblem(ssid);
-    if (!wrongName.isEmpty())
-        return wrongName;
+    QString nameProblem = ssidProblem(ssid);
+    if (!nameProblem.isEmpty())
+        return nameProblem;
     if (hasControlCharacter(secret + identity))
         return QStringLiteral("control characters in a passphrase, password or identity");
     return secretProblem(*this);

@@ -21,7 +21,7 @@ QByteArray printedByte(char byte)
             return QByteArray("\\") + escape.letter;
     }
     if (byte >= ' ' && byte <= '~')
-        return QByteArray(1, byte);
+        return {1, byte};
     return "\\x" + QByteArray(1, byte).toHex();
 }
 

@@ -54,8 +54,8 @@ void WifiReply::finish(const QVariant &result)
         return;
     d->isFinished = true;
     d->result = result;
-    emit finished();
     deleteLater();
+    emit finished(); // whoever hears it may delete the client, and this with it
 }
 
 void WifiReply::fail(Error error, const QString &text)

@@ -16,7 +16,6 @@
 
 using BxWifi::JoinSettings;
 using BxWifi::Security;
-using BxWifi::WifiClient;
 using BxWifi::WifiNetwork;
 using BxWifi::WifiReply;
 using BxWifi::WifiStatus;
@@ -180,7 +179,11 @@ ExitStatus takeSecret(const Options &options, JoinSettings &settings)
         if (secret->isEmpty())
             return noSecret(settings);
     } else if (canAsk()) {
-        const QString question = QStringLiteral("Passphrase for %1 (empty: the stored one): ");
+        const bool mayBeStored =
+            settings.security == Security::Wpa || settings.security == Security::Wep;
+        const QString question = mayBeStored
+                                     ? QStringLiteral("Passphrase for %1 (empty: the stored one): ")
+                                     : QStringLiteral("Passphrase for %1: ");
         secret = ask(question.arg(settings.ssid), false);
         if (!secret)
             return Failure;

@@ -32,8 +32,8 @@ int main(int argc, char **argv)
     }
 
     const QString service = QStringLiteral("com.brelvix.bxwifid");
-    QDBusMessage call = QDBusMessage::createMethodCall(service, QStringLiteral("/"), service,
-                                                       arguments.value(1));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(service, QStringLiteral("/"), service, arguments.value(1));
     call << payloadOf(network);
     const QDBusMessage reply = QDBusConnection::systemBus().call(call, QDBus::Block, 180000);
     QTextStream(stderr) << reply.errorMessage();

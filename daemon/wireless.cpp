@@ -60,7 +60,8 @@ void WifiDaemon::onConnectRequest(const BXNetwork &network)
 
 void WifiDaemon::setNetworkPassword(const BXNetwork &network, const QString &networkId)
 {
-    // The supplicant refuses "NULL" for either parameter and keeps its default, or what is stored.
+    // The supplicant refuses "NULL" for either parameter: the key stays what it was, and the key
+    // management falls back to its default, which takes WPA-PSK in.
     QString keyMgmt = QStringLiteral("NULL");
     QString psk = QStringLiteral("NULL");
     if (!network.flags.contains(QLatin1String("WPA"), Qt::CaseInsensitive))

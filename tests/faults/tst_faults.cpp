@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "harness/testbed.h"
+#include "records/bxstatic.h"
+#include "records/payload.h"
 
 #include <QDBusConnectionInterface>
 #include <QDir>
@@ -30,6 +32,7 @@ private slots:
     void waits() { faults(); }
     void noSpaceLeft();
     void busGone();
+    void addressIsNoOption();
 
 private:
     void start();
@@ -322,6 +325,25 @@ void FaultsTest::busGone()
     own.supplicant.sendEvent("<3>CTRL-EVENT-CONNECTED - Connection to x completed");
     QTRY_VERIFY(own.journal.entries().join().contains("udhcpc"));
     QCOMPARE(own.daemon.stop(), 0);
+}
+
+void FaultsTest::addressIsNoOption()
+{
+    bed.reset();
+    const auto shell = [](const QString &script) {
+        QProcess process;
+        process.start("sh", {"-c", script});
+        process.waitForFinished();
+        return process.readAllStandardOutput();
+    };
+    shell("rm -f /etc/fw_env.config; echo /run/boot.env 0x0 0x4000 >/etc/fw_env.config;"
+          "truncate -s 16K /run/boot.env; echo ipaddr=10.0.0.2 >/run/defaults;"
+          "echo bootargs=init=/tmp/shell >/run/script; fw_setenv -f /run/defaults");
+    TestBed own;
+    own.tools.setScript("fw_setenv", "exec fw_setenv \"$@\"\n");
+    own.start();
+    own.client.call("setStaticRequest", {payloadOf(BXStatic{"-s/run/script", {}, {}, {}, {}})});
+    QCOMPARE(shell("fw_printenv"), QByteArray("ipaddr=-s/run/script\n"));
 }
 
 QTEST_GUILESS_MAIN(FaultsTest)

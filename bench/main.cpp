@@ -17,6 +17,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <iostream>
 #include <optional>
 #include <stdexcept>
 #include <thread>
@@ -299,6 +300,6 @@ try {
     measureMemory(rounds * 5);
     return EXIT_SUCCESS;
 } catch (const std::exception &failure) {
-    std::fprintf(stderr, "bench: %s\n", failure.what());
+    std::cerr << "bench: " << failure.what() << '\n';
     return EXIT_FAILURE;
 }

@@ -90,7 +90,7 @@ QString currentSsid(const QString &reply)
         if (line.startsWith(key))
             return line.remove(key);
     }
-    return QString();
+    return {};
 }
 
 QString currentAddress(const QString &reply)

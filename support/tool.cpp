@@ -21,7 +21,7 @@ QString ToolProcess::run(const QString &program, const QStringList &arguments)
 {
     end();
     if (state() != NotRunning)
-        return QString();
+        return {};
     start(program, arguments);
     waitForFinished(toolWait_ms);
     return textOf(readAllStandardOutput());

@@ -8,7 +8,7 @@
 
 #include <functional>
 
-#include <signal.h>
+#include <csignal>
 
 using Preparation = std::function<void(TestBed &)>;
 Q_DECLARE_METATYPE(Preparation)
@@ -65,8 +65,8 @@ void StartUpTest::log_data()
     const QStringList linked = {
         directory, trying, setup("opened connection to wpa_supplicant"),
         setup("attached to wpa_supplicant"),
-        R"(unknown|unknown|QString WifiControl::ctrlRequest(const QString&) )"
-        R"("RECONFIGURE" true)"};
+        QString("unknown|unknown|QString WifiControl::ctrlRequest(const QString&) ") +
+            R"("RECONFIGURE" true)"};
     const QStringList notLinked = {setup("failed to establish a connection to wpa_supplicant"),
                                    "unknown|unknown|Failed to init with WPA_Supplicant"};
     const QString logger = "wifidaemon|WifiDaemon::setup|";

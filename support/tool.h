@@ -22,6 +22,9 @@ public:
     /// standard error are not looked at.
     QString run(const QString &program, const QStringList &arguments);
 
+protected:
+    void setupChildProcess() override;
+
 private:
     void end();
 };

@@ -5,22 +5,21 @@
 #include "control/passphrase.h"
 #include "daemon/supplicantreply.h"
 #include "daemon/tooloutput.h"
+#include "records/payload.h"
 
 #include <QTest>
 
-/// Everything that turns a text from outside into a value, in tables of text and value.
-class ParsingTest : public QObject
+/// Everything that turns texts and bytes from outside into values and back, in tables of value and
+/// text.
+class ValuesTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void events_data();
     void events();
     void values_data();
     void values();
 };
-
-Q_DECLARE_METATYPE(Event)
 
 namespace
 {
@@ -140,37 +139,76 @@ void toolOutput()
     row("capitals", printedPskOf("PSK=0A1B=2c\n"), "0A1B");
     row("no key", printedPskOf("Passphrase must be 8..63 characters\n"), "");
 }
+
+/// One-letter texts in hexadecimal, as they are encoded one after the other.
+QByteArray letters(const QByteArray &text)
+{
+    QByteArray encoded;
+    for (const char letter : text)
+        encoded += "0000000200" + QByteArray(1, letter).toHex();
+    return encoded;
+}
+
+void encoding()
+{
+    const auto record = [](const char *name, const QByteArray &payload, const QByteArray &bytes) {
+        row(name, payload.toHex(), bytes);
+    };
+    record("every kind of text",
+           payloadOf(BXStatic{"10.0.0.2", "10.0.0.1", "255.0.0.0", QString(), ""}),
+           "0000001000310030002e0030002e0030002e0032"
+           "0000001000310030002e0030002e0030002e0031"
+           "00000012003200350035002e0030002e0030002e0030"
+           "ffffffff00000000");
+    record("static", payloadOf(BXStatic{"a", "b", "c", "d", "e"}), letters("abcde"));
+    record("network", payloadOf(BXNetwork{"a", "b", "c", "d", "e", "f", "g", true}),
+           letters("abcdefg") + "01");
+    record("unfilled", payloadOf(BXNetwork()), QByteArray("ffffffff").repeated(7) + "00");
+    record("connected",
+           payloadOf(BXNetworkConnected{"a", "b", "c", "d", "e", "f", "g", "h", QString()}),
+           letters("abcdefgh") + "ffffffff");
+}
+
+void decoding()
+{
+    const auto network = [](const char *name, const QByteArray &bytes, const char *expected) {
+        const auto n = recordOf<BXNetwork>(QByteArray::fromHex(bytes));
+        row(name,
+            shown({n.bssid, n.frequency, n.signalLevel, n.flags, n.ssid, n.password, n.identity}) +
+                (n.reservedFlag ? "!" : ""),
+            expected);
+    };
+    network("whole", letters("abcdefg") + "01", "a|b|c|d|e|f|g!");
+    network("bytes behind it", letters("abcdefg") + "00ff", "a|b|c|d|e|f|g");
+    network("nothing", "", "||||||");
+    network("ends after a text", letters("abcde"), "a|b|c|d|e||");
+    network("ends within a text", "0000000800610062", "-||||||");
+    network("odd length", "00000003" + letters("bcdefg"), "-|b|c|d|e|f|g");
+    network("null and empty", "ffffffff00000000" + letters("cdefg") + "01", "-||c|d|e|f|g!");
+}
 } // namespace
 
-void ParsingTest::events_data()
+void ValuesTest::events()
 {
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<Event>("event");
-
-    const auto event = [](const char *message, Event expected) {
-        QTest::newRow(message) << QString(message) << expected;
+    const std::pair<const char *, Event> cases[] = {
+        {"<3>CTRL-REQ-PASSWORD-1:CTRL-EVENT-CONNECTED ", Event::Request},
+        {"<3>CTRL-EVENT-SCAN-RESULTS ", Event::ScanResults},
+        {"<3>CTRL-EVENT-SCAN-RESULTS", Event::Other},
+        {"<3>ctrl-event-scan-results ", Event::Other},
+        {"CTRL-EVENT-DISCONNECTED bssid=02:00:00:00:00:01 reason=3", Event::Disconnected},
+        {"<3>CTRL-EVENT-CONNECTED - Connection to 02:00:00:00:00:01 completed", Event::Connected},
+        {"<3>CTRL-EVENT-BSS-ADDED 0 02:00:00:00:00:01", Event::BssAdded},
+        {"<3>CTRL-EVENT-BSS-REMOVED 0 02:00:00:00:00:01", Event::BssRemoved},
+        {"<3>Trying to associate with SSID 'Associated '", Event::Associating},
+        {"<3>Associated with 02:00:00:00:00:01", Event::Associated},
+        {"<3>CTRL-EVENT-TERMINATING ", Event::Terminating},
+        {"<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0", Event::TemporarilyDisabled},
     };
-    event("<3>CTRL-REQ-PASSWORD-1:CTRL-EVENT-CONNECTED ", Event::Request);
-    event("<3>CTRL-EVENT-SCAN-RESULTS ", Event::ScanResults);
-    event("<3>CTRL-EVENT-SCAN-RESULTS", Event::Other);
-    event("<3>ctrl-event-scan-results ", Event::Other);
-    event("CTRL-EVENT-DISCONNECTED bssid=02:00:00:00:00:01 reason=3", Event::Disconnected);
-    event("<3>CTRL-EVENT-CONNECTED - Connection to 02:00:00:00:00:01 completed", Event::Connected);
-    event("<3>CTRL-EVENT-BSS-ADDED 0 02:00:00:00:00:01", Event::BssAdded);
-    event("<3>CTRL-EVENT-BSS-REMOVED 0 02:00:00:00:00:01", Event::BssRemoved);
-    event("<3>Trying to associate with SSID 'Associated '", Event::Associating);
-    event("<3>Associated with 02:00:00:00:00:01", Event::Associated);
-    event("<3>CTRL-EVENT-TERMINATING ", Event::Terminating);
-    event("<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0", Event::TemporarilyDisabled);
+    for (const auto &[message, event] : cases)
+        QVERIFY2(eventOf(message) == event, message);
 }
 
-void ParsingTest::events()
-{
-    QFETCH(QString, message);
-    QTEST(eventOf(message), "event");
-}
-
-void ParsingTest::values_data()
+void ValuesTest::values_data()
 {
     QTest::addColumn<QString>("actual");
     QTest::addColumn<QString>("expected");
@@ -178,13 +216,15 @@ void ParsingTest::values_data()
     networkIds();
     statusReplies();
     toolOutput();
+    encoding();
+    decoding();
 }
 
-void ParsingTest::values()
+void ValuesTest::values()
 {
     QFETCH(QString, actual);
     QTEST(actual, "expected");
 }
 
-QTEST_APPLESS_MAIN(ParsingTest)
-#include "tst_parsing.moc"
+QTEST_APPLESS_MAIN(ValuesTest)
+#include "tst_values.moc"

@@ -5,34 +5,68 @@
 
 #include "harness/testbed.h"
 
+#include <QTest>
 #include <QTimer>
 
-/// Networks on the air around the fake supplicant: a scan finds them, and joining one succeeds
-/// with the right secret. Works while the test's event loop runs.
-class Radio : public QObject
+/// For what other processes do, however busy the machine is.
+#define EVENTUALLY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, 30000)
+
+/// Networks on the air around the fake supplicant, while the event loop runs: a scan finds them,
+/// and the first can be joined with the right key.
+class Radio
 {
-    Q_OBJECT
-
 public:
-    explicit Radio(TestBed &bed);
-
-    /// Rows of the supplicant's scan table, as the supplicant prints them.
-    void setNetworks(const QByteArrayList &rows);
-    /// The command that sets the right secret ends like this; all others are wrong.
-    void setSecret(const QByteArray &end) { secret = end; }
+    /// `scanTable` holds rows as the supplicant prints them.
+    Radio(TestBed &testBed, const QByteArrayList &scanTable, const QByteArray &rightKey)
+        : bed(testBed), ssid(scanTable[0].split('\t').last()), key(rightKey)
+    {
+        bed.supplicant.answer("SCAN_RESULTS", {"header\n" + scanTable.join('\n') + '\n'});
+        bed.supplicant.answer("STATUS", {"wpa_state=DISCONNECTED\n"});
+        bed.supplicant.answer("LIST_NETWORKS", {"header\n"});
+        bed.supplicant.answer("ADD_NETWORK", {"0\n"});
+        QObject::connect(&timer, &QTimer::timeout, [this] { followCommands(); });
+        timer.start(10);
+    }
 
 private:
-    void lookAtCommands();
-    void react(const QByteArray &command);
-    void associate();
-    void setStatus(const QByteArray &reply);
+    void followCommands()
+    {
+        const QByteArrayList commands = bed.journal.entries();
+        if (commands.size() < seen) // the journal was taken
+            seen = 0;
+        while (seen < commands.size())
+            react(commands[seen++]);
+    }
+
+    void react(const QByteArray &command)
+    {
+        if (command == "SCAN")
+            bed.supplicant.sendEvent("<3>CTRL-EVENT-SCAN-RESULTS ");
+        else if (command == "ADD_NETWORK")
+            bed.supplicant.answer("LIST_NETWORKS", {"header\n0\t" + ssid + "\tany\t[CURRENT]\n"});
+        else if (command == "REMOVE_NETWORK 0")
+            bed.supplicant.answer("LIST_NETWORKS", {"header\n"});
+        else if (const int at = command.indexOf(" psk "); at > 0)
+            secret = command.mid(at + 5);
+        else if (command.startsWith("SELECT_NETWORK"))
+            associate();
+    }
+
+    void associate()
+    {
+        if (secret == key) {
+            bed.supplicant.answer("STATUS", {"bssid=02:00:00:00:01:00\nssid=" + ssid +
+                                             "\nwpa_state=COMPLETED\nip_address=10.20.2.15\n"});
+            bed.supplicant.sendEvent("<3>CTRL-EVENT-CONNECTED - Connection completed");
+        } else if (secret != "NULL") {
+            bed.supplicant.sendEvent("<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0 reason=WRONG_KEY");
+        }
+    }
 
     TestBed &bed;
-    QTimer timer;
-    int seen = 0;        ///< entries of the journal
-    QByteArray networks; ///< the scan table
+    const QByteArray ssid; ///< as the supplicant prints it
+    const QByteArray key;
     QByteArray secret;
-    QByteArray ssid; ///< as the daemon set it, with its quotation marks
-    bool isSelected = false;
-    bool hasSecret = false;
+    QTimer timer;
+    int seen = 0; ///< entries of the journal
 };

@@ -285,16 +285,20 @@ void FaultsTest::faults()
 {
     QFETCH(Fault, happen);
     checkAnswers(*bed);
-    const Holdings before(bed->daemon.pid());
-    happen(*bed);
-    checkAnswers(*bed);
-    const Holdings after(bed->daemon.pid());
-    QCOMPARE(after.files, before.files);
-    QCOMPARE(after.children, 0);
-#ifndef __SANITIZE_ADDRESS__ // which holds back what was freed
-    QVERIFY2(after.memory_KiB < before.memory_KiB + tolerance_KiB,
-             qPrintable(QString("%1 to %2 KiB").arg(before.memory_KiB).arg(after.memory_KiB)));
-#endif
+    QString memory;
+    // The heap may take another shape once; what is lost is lost every time.
+    for (int turn = 0; turn < 3; ++turn) {
+        const Holdings before(bed->daemon.pid());
+        happen(*bed);
+        checkAnswers(*bed);
+        const Holdings after(bed->daemon.pid());
+        QCOMPARE(after.files, before.files);
+        QCOMPARE(after.children, 0);
+        if (after.memory_KiB < before.memory_KiB + tolerance_KiB)
+            return;
+        memory += QString(" %1 to %2 KiB").arg(before.memory_KiB).arg(after.memory_KiB);
+    }
+    QFAIL(qPrintable("memory grew three times:" + memory));
 }
 
 void FaultsTest::noSpaceLeft()

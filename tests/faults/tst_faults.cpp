@@ -49,7 +49,7 @@ constexpr int calls = 10000;
 #ifdef __SANITIZE_ADDRESS__ // keeps what is freed, and finds by itself what is not
 constexpr int tolerance_KiB = std::numeric_limits<int>::max() / 2;
 #else
-constexpr int tolerance_KiB = 4096; // half of the least that a fault could leave behind
+constexpr int tolerance_KiB = 1024; // some 200 bytes a call of a flood
 #endif
 
 /// A number that the kernel tells of a process.

@@ -69,13 +69,6 @@ class ExamplesTest : public QObject
 {
     Q_OBJECT
 
-public:
-    static void initMain()
-    {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        qputenv("QT_QUICK_BACKEND", "software");
-    }
-
 private slots:
     void panel();
     void console();

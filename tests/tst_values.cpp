@@ -113,9 +113,9 @@ void toolOutput()
         row(name, shown({a.ipAddress, a.netmask}), expected);
     };
     address("busybox",
-            "eth0  Link encap:Ethernet  HWaddr 02:00:00:00:00:01 inet addr:9.9.9.9\n"
             "      inet addr:10.0.0.2  Bcast:10.0.0.255  Mask:255.255.255.0\n"
-            "      inet6 addr: fe80::1/64 Scope:Link\n",
+            "      inet6 addr: fe80::1/64 Scope:Link\n"
+            "inet addr:9.9.9.9  Link encap:Ethernet  HWaddr 02:00:00:00:00:01\n",
             "10.0.0.2|255.255.255.0");
     address("no mask", "\tinet addr:10.0.0.2\n", "10.0.0.2|-");
     address("last line counts", "inet addr:1.1.1.1 Mask:2.2.2.2\ninet addr:3.3.3.3\n",

@@ -8,10 +8,8 @@
 #include <QDBusConnectionInterface>
 #include <QDir>
 #include <QTest>
-#include <QUuid>
 
 #include <algorithm>
-#include <csignal>
 #include <functional>
 #include <limits>
 
@@ -29,8 +27,6 @@ class FaultsTest : public QObject
 private slots:
     void faults_data();
     void faults();
-    void waits_data();
-    void waits() { faults(); }
     void noSpaceLeft();
     void busGone();
     void addressIsNoOption();
@@ -90,18 +86,18 @@ QByteArrayList signalsOf(TestBed &bed)
 void checkAnswers(TestBed &bed)
 {
     bed.supplicant.answer("STATUS", {"ssid=office\nwpa_state=COMPLETED\nip_address=10.0.0.7\n"});
-    bed.client.call("enableRequest"); // what comes late is in the journal after this
+    bed.bus.call("enableRequest"); // what comes late is in the journal after this
     bed.journal.take();
-    bed.client.start("statusRequest");
-    bed.client.start("ssidRequest");
-    bed.client.call("ipRequest");
+    bed.bus.start("statusRequest");
+    bed.bus.start("ssidRequest");
+    bed.bus.call("ipRequest");
     QCOMPARE(signalsOf(bed),
              QByteArrayList({"statusMessage(0)", "ssidResult(office)", "ipResult(10.0.0.7)"}));
 }
 
 void checkStatus(TestBed &bed, const QByteArray &expected)
 {
-    bed.client.call("statusRequest");
+    bed.bus.call("statusRequest");
     QCOMPARE(signalsOf(bed), QByteArrayList{expected});
 }
 
@@ -109,7 +105,7 @@ void rebuildLink(TestBed &bed)
 {
     bed.journal.take();
     bed.supplicant.restart();
-    bed.client.call("wpaConnectRequest");
+    bed.bus.call("wpaConnectRequest");
     QTRY_VERIFY(bed.journal.entries().contains("RECONFIGURE"));
 }
 
@@ -123,7 +119,7 @@ void supplicantDies(TestBed &bed)
 void socketsDisappear(TestBed &bed)
 {
     QDir("/run/wpa_supplicant").removeRecursively();
-    bed.client.call("wpaConnectRequest");
+    bed.bus.call("wpaConnectRequest");
     QVERIFY(bed.daemon.waitForLog(
         "bool WifiControl::setup() failed to establish a connection to wpa_supplicant"));
     checkStatus(bed, "statusMessage(1)");
@@ -134,11 +130,11 @@ void socketsDisappear(TestBed &bed)
 Fault supplicantSilentFor(int time_ms, const QByteArray &answer)
 {
     return [=](TestBed &bed) {
-        bed.supplicant.hold("");
-        const QDBusPendingCall query = bed.client.start("statusRequest");
+        std::unique_lock silence(bed.supplicant.answering);
+        const QDBusPendingCall query = bed.bus.start("statusRequest");
         QTest::qWait(time_ms);
-        bed.supplicant.release();
-        bed.client.wait(query);
+        silence.unlock();
+        bed.bus.wait(query);
         QCOMPARE(signalsOf(bed), QByteArrayList{answer});
     };
 }
@@ -150,7 +146,7 @@ void supplicantBabbles(TestBed &bed)
           QByteArray(4000, '\xff'), QByteArray(4000, '\0'), QByteArray("")}) {
         bed.supplicant.answer("STATUS", {garbage});
         bed.supplicant.answer("SCAN_RESULTS", {garbage});
-        bed.client.call("fullStatusRequest");
+        bed.bus.call("fullStatusRequest");
         bed.journal.take();
         checkStatus(bed, "statusMessage(1)");
         bed.supplicant.sendEvent("<3>CTRL-EVENT-SCAN-RESULTS " + garbage.left(200));
@@ -169,7 +165,7 @@ void pourEvents(TestBed &bed, int count)
 void checkEvents(TestBed &bed, const QByteArrayList &answers)
 {
     QTRY_VERIFY(bed.journal.entries().join().contains("bssRemoved"));
-    bed.client.call("enableRequest");
+    bed.bus.call("enableRequest");
     const QByteArrayList arrived = signalsOf(bed);
     QCOMPARE(arrived.mid(0, answers.size()), answers);
     QVERIFY(std::is_sorted(arrived.begin() + answers.size(), arrived.end()));
@@ -184,12 +180,12 @@ void eventBurst(TestBed &bed)
 /// As many as the supplicant sends to somebody who does not read: it keeps room for replies.
 void eventsPileUp(TestBed &bed)
 {
-    bed.supplicant.hold("STATUS");
-    const QDBusPendingCall query = bed.client.start("statusRequest");
+    std::unique_lock silence(bed.supplicant.answering);
+    const QDBusPendingCall query = bed.bus.start("statusRequest");
     QTRY_VERIFY(bed.journal.entries().contains("STATUS"));
     pourEvents(bed, 250);
-    bed.supplicant.release();
-    bed.client.wait(query);
+    silence.unlock();
+    bed.bus.wait(query);
     checkEvents(bed, {"statusMessage(0)"});
 }
 
@@ -197,7 +193,7 @@ Fault toolsDo(const QByteArray &script)
 {
     return [script](TestBed &bed) {
         bed.tools.setScript("ifconfig", script);
-        bed.client.call("dynamicRequest");
+        bed.bus.call("dynamicRequest");
         bed.tools.setScript("ifconfig", "");
         // A record of nothing but the hardware address, which is empty.
         QCOMPARE(signalsOf(bed),
@@ -210,35 +206,25 @@ void toolsMissing(TestBed &bed)
 {
     bed.tools.remove("ifconfig");
     toolsDo("")(bed);
-    const FakeTools restored(bed.journal, bed.tools.path);
+    bed.tools.restore();
 }
 
 /// Clients that send without end, among it what is no record, and don't wait for any answer.
 void flood(TestBed &bed)
 {
-    const char *const service = "com.brelvix.bxwifid";
     for (int client = 0; client < clients; ++client) {
-        const QString name = QUuid::createUuid().toString();
-        QDBusConnection bus = QDBusConnection::connectToBus(bed.bus.address(), name);
-        const auto send = [&](const QString &method, const QVariantList &arguments = {}) {
-            QDBusMessage call = QDBusMessage::createMethodCall(service, "/", service, method);
-            call.setArguments(arguments);
-            // The bus lets few calls wait for a reply; the last two of each client do.
-            if (arguments.isEmpty())
-                bus.send(call);
-            else
-                bus.asyncCall(call);
-        };
+        QDBusConnection bus = Bus::connectClient();
         for (int call = 0; call < calls / clients; ++call)
-            send(call % 2 ? "statusRequest" : "ssidRequest");
-        // The first length is a lie in one, and true in the other as far as the payload goes.
+            bus.send(daemonCall(call % 2 ? "statusRequest" : "ssidRequest"));
+        // The first length is a lie in one, and true in the other as far as the payload goes. The
+        // bus lets few calls wait for a reply, as these do.
         const int size = 1024 << (client % 15);
-        send("setStaticRequest", {QByteArray(size, '\x7f')});
-        send("connectRequest", {QByteArray(size, '\0')});
-        bus.interface()->isServiceRegistered(service); // the bus has all that was sent before
-        QDBusConnection::disconnectFromBus(name);
+        bus.asyncCall(daemonCall("setStaticRequest", {QByteArray(size, '\x7f')}));
+        bus.asyncCall(daemonCall("connectRequest", {QByteArray(size, '\0')}));
+        bus.interface()->servicePid(bus.baseService()); // the bus has all that was sent before
+        QDBusConnection::disconnectFromBus(bus.name());
     }
-    bed.client.call("enableRequest");
+    bed.bus.call("enableRequest");
     QVERIFY(bed.journal.take().count("STATUS") >= calls);
 }
 } // namespace
@@ -247,8 +233,8 @@ void FaultsTest::start()
 {
     bed = std::make_unique<TestBed>();
     // What is freed goes back to the system, so that what is kept shows.
-    bed->daemon.setEnvironment("MALLOC_MMAP_THRESHOLD_", "65536");
-    bed->daemon.setEnvironment("MALLOC_TRIM_THRESHOLD_", "65536");
+    bed->daemon.environment.insert("MALLOC_MMAP_THRESHOLD_", "65536");
+    bed->daemon.environment.insert("MALLOC_TRIM_THRESHOLD_", "65536");
     bed->start();
 }
 
@@ -273,14 +259,6 @@ void FaultsTest::faults_data()
     fault("clients flood and vanish", flood);
 }
 
-void FaultsTest::waits_data()
-{
-    start();
-    QTest::addColumn<Fault>("happen");
-    QTest::newRow("supplicant stops for a time") << supplicantSilentFor(11000, "statusMessage(1)");
-    QTest::newRow("tool hangs") << toolsDo("exec sleep 100");
-}
-
 void FaultsTest::faults()
 {
     QFETCH(Fault, happen);
@@ -288,10 +266,10 @@ void FaultsTest::faults()
     QString memory;
     // The heap may take another shape once; what is lost is lost every time.
     for (int turn = 0; turn < 3; ++turn) {
-        const Holdings before(bed->daemon.pid());
+        const Holdings before(bed->daemon.process.processId());
         happen(*bed);
         checkAnswers(*bed);
-        const Holdings after(bed->daemon.pid());
+        const Holdings after(bed->daemon.process.processId());
         QCOMPARE(after.files, before.files);
         QCOMPARE(after.children, 0);
         if (after.memory_KiB < before.memory_KiB + tolerance_KiB)
@@ -329,8 +307,7 @@ void FaultsTest::busGone()
     bed.reset();
     TestBed own;
     own.start();
-    const uint bus = own.client.connection().interface()->servicePid("org.freedesktop.DBus");
-    kill(static_cast<pid_t>(bus), SIGKILL);
+    own.bus.server.kill();
     // Nobody is left to be told, yet the address is refreshed.
     own.supplicant.sendEvent("<3>CTRL-EVENT-CONNECTED - Connection to x completed");
     QTRY_VERIFY(own.journal.entries().join().contains("udhcpc"));
@@ -352,7 +329,7 @@ void FaultsTest::addressIsNoOption()
     TestBed own;
     own.tools.setScript("fw_setenv", "exec fw_setenv \"$@\"\n");
     own.start();
-    own.client.call("setStaticRequest", {payloadOf(BXStatic{"-s/run/script", {}, {}, {}, {}})});
+    own.bus.call("setStaticRequest", {payloadOf(BXStatic{"-s/run/script", {}, {}, {}, {}})});
     QCOMPARE(shell("fw_printenv"), QByteArray("gatewayip=\nipaddr=-s/run/script\nnetmask=\n"));
 }
 

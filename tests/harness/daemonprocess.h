@@ -4,36 +4,32 @@
 #pragma once
 
 #include <QProcess>
-#include <QStringList>
 
-/// The daemon as a process. It inherits the environment of the moment of its start, but for what is
-/// set here.
+/// The daemon as a process.
 class DaemonProcess
 {
 public:
-    DaemonProcess();
+    DaemonProcess() = default;
     /// Stops the daemon; the test fails when it does not end cleanly, sanitizer reports included.
     ~DaemonProcess();
     Q_DISABLE_COPY_MOVE(DaemonProcess)
 
-    void setEnvironment(const QString &name, const QString &value);
     void start(const QStringList &arguments = {});
-
-    /// All lines written to standard error so far, as they came out.
-    QStringList log();
-    /// Waits, on the event loop, until the log holds this line.
-    bool waitForLog(const QString &line, int timeout_ms = 5000);
-
     /// Ends the daemon with SIGTERM. Returns its exit status, or -1 when it crashed or did not end
     /// in time.
     int stop();
     /// Waits for a daemon that ends by itself.
     int waitForExit();
 
-    qint64 pid() const { return process.processId(); }
+    /// All lines written to standard error so far, as they came out.
+    QStringList log();
+    /// Waits, on the event loop, until the log holds this line.
+    bool waitForLog(const QString &line, int timeout_ms = 5000);
+
+    /// What it is started with.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    QProcess process;
 
 private:
-    QProcess process;
-    QProcessEnvironment environment;
     QByteArray output;
 };

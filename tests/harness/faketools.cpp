@@ -5,30 +5,16 @@
 
 #include <QDir>
 
-FakeTools::FakeTools(const Journal &journal, const QString &folder) : path(folder)
-{
-    QDir().mkpath(path);
-    QFile::link(journal.path(), path + "/journal");
-    QFile::link("/bin/ln", path + "/ln");
-    for (const char *tool :
-         {"fw_printenv", "fw_setenv", "ifconfig", "route", "sync", "udhcpc", "wpa_passphrase"})
-        QFile::link(HARNESS "/fake-tool", path + '/' + tool);
-}
-
 void FakeTools::setScript(const QString &tool, const QByteArray &script) const
 {
-    write(tool + ".sh", script);
+    QFile file(path + '/' + tool + ".sh");
+    if (!file.open(QIODevice::WriteOnly) || file.write(script) != script.size())
+        qFatal("cannot write %s", qPrintable(file.fileName()));
 }
 
-void FakeTools::setOutput(const QString &tool, const QByteArray &output) const
+void FakeTools::setOutput(const QString &tool, const QByteArray &lines) const
 {
-    write(tool + ".out", output);
-    setScript(tool, "cat \"$0.out\"\n");
-}
-
-void FakeTools::setPace(std::chrono::milliseconds pace) const
-{
-    write("pace", QByteArray::number(static_cast<double>(pace.count()) / 1000));
+    setScript(tool, "cat <<'END'\n" + lines + "END\n");
 }
 
 void FakeTools::remove(const QString &tool) const
@@ -36,9 +22,11 @@ void FakeTools::remove(const QString &tool) const
     QFile::remove(path + '/' + tool);
 }
 
-void FakeTools::write(const QString &name, const QByteArray &content) const
+void FakeTools::restore() const
 {
-    QFile file(path + '/' + name);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write %s", qPrintable(file.fileName()));
+    QDir().mkpath(path);
+    QFile::link("/bin/ln", path + "/ln");
+    for (const char *tool :
+         {"fw_printenv", "fw_setenv", "ifconfig", "route", "sync", "udhcpc", "wpa_passphrase"})
+        QFile::link(HARNESS "/fake-tool", path + '/' + tool);
 }

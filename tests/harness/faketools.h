@@ -3,26 +3,21 @@
 
 #pragma once
 
-#include "journal.h"
+#include <QString>
 
 /// A folder of external tools that only write their name and arguments into the journal. As the
 /// daemon's whole search path it hides the machine's own tools.
 class FakeTools
 {
 public:
-    /// Puts every tool that the daemon runs into `path`; "ln" is the machine's own.
-    FakeTools(const Journal &journal, const QString &path);
+    explicit FakeTools(const QString &folder) : path(folder) { restore(); }
 
-    /// Has a tool go on, after its entry, with a piece of shell script; none is taken for the text
-    /// that `setOutput()` has it print.
+    /// Has a tool go on, after its entry, with a piece of shell script or with printing lines.
     void setScript(const QString &tool, const QByteArray &script) const;
-    void setOutput(const QString &tool, const QByteArray &output) const;
-    /// Has every tool wait before it writes its entry, as `FakeSupplicant::setPace()`.
-    void setPace(std::chrono::milliseconds pace) const;
+    void setOutput(const QString &tool, const QByteArray &lines) const;
     void remove(const QString &tool) const;
+    /// Puts every tool that the daemon runs there; "ln" is the machine's own.
+    void restore() const;
 
     const QString path;
-
-private:
-    void write(const QString &name, const QByteArray &content) const;
 };

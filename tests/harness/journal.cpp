@@ -3,31 +3,23 @@
 
 #include "journal.h"
 
-#include <unistd.h>
+#include <QFile>
 
-// As fake-tool writes them; neither occurs in a command or an argument.
-constexpr char endOfEntry = '\036';
-constexpr char endOfWord = '\037';
+constexpr char endOfEntry = '\036'; // as fake-tool writes it; occurs in no command or argument
 
-Journal::Journal(const QString &path) : file(path)
-{
-    if (!file.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::Unbuffered))
-        qFatal("cannot write %s", qPrintable(path));
-}
-
-void Journal::append(const QByteArray &entry)
+void Journal::append(const QByteArray &entry) const
 {
     // One write, so that entries of several writers don't mix.
-    const QByteArray line = entry + endOfEntry;
-    if (write(file.handle(), line.constData(), static_cast<size_t>(line.size())) != line.size())
-        qFatal("cannot write %s", qPrintable(path()));
+    QFile file(path);
+    if (!file.open(QIODevice::Append | QIODevice::Unbuffered) || file.write(entry + endOfEntry) < 0)
+        qFatal("cannot write %s", qPrintable(path));
 }
 
 QByteArrayList Journal::entries() const
 {
-    QFile reader(path());
-    reader.open(QIODevice::ReadOnly);
-    QByteArrayList found = reader.readAll().split(endOfEntry);
+    QFile file(path);
+    file.open(QIODevice::ReadWrite); // makes it when there is no entry yet
+    QByteArrayList found = file.readAll().split(endOfEntry);
     found.removeLast();
     return found.mid(taken);
 }
@@ -37,16 +29,4 @@ QByteArrayList Journal::take()
     const QByteArrayList found = entries();
     taken += found.size();
     return found;
-}
-
-QByteArray toolRun(const QByteArrayList &words)
-{
-    return words.join(endOfWord);
-}
-
-QByteArray busSignal(const QString &name, const QVariant &argument)
-{
-    const QByteArray value = argument.type() == QVariant::ByteArray ? argument.toByteArray().toHex()
-                                                                    : argument.toString().toUtf8();
-    return name.toUtf8() + '(' + value + ')';
 }

@@ -7,13 +7,8 @@
 
 TestBed::TestBed()
 {
-    daemon.setEnvironment("PATH", tools.path);
-}
-
-void TestBed::setPace(std::chrono::milliseconds pace)
-{
-    supplicant.setPace(pace);
-    tools.setPace(pace);
+    daemon.environment.insert("PATH", tools.path);
+    daemon.environment.insert("JOURNAL", journal.path);
 }
 
 void TestBed::start(const QStringList &arguments)
@@ -22,4 +17,13 @@ void TestBed::start(const QStringList &arguments)
     if (!QTest::qWaitFor([&] { return journal.entries().contains("RECONFIGURE"); }))
         QTest::qFail("the daemon did not find the supplicant", __FILE__, __LINE__);
     journal.take();
+}
+
+bool TestBed::happens(const QByteArrayList &expected)
+{
+    const bool has = QTest::qWaitFor([&] { return journal.entries() == expected; });
+    const QByteArrayList happened = journal.take();
+    if (!has)
+        qWarning() << "expected" << expected << "but what happened is" << happened;
+    return has;
 }

@@ -3,28 +3,27 @@
 
 #pragma once
 
-#include "busclient.h"
+#include "bus.h"
 #include "daemonprocess.h"
 #include "fakesupplicant.h"
 #include "faketools.h"
-#include "privatebus.h"
 
 #include <QTemporaryDir>
 
-/// A daemon with all that surrounds it: bus, supplicant, tools and a client.
+/// A daemon with all that surrounds it: bus, supplicant and tools.
 struct TestBed {
     TestBed();
     /// Starts the daemon and waits until it has found the supplicant; the journal is empty then.
     void start(const QStringList &arguments = {});
 
-    /// The pace of supplicant and tools.
-    void setPace(std::chrono::milliseconds pace);
+    /// Waits until exactly this has happened, and takes it from the journal. Prints what happened
+    /// instead.
+    bool happens(const QByteArrayList &expected);
 
     QTemporaryDir folder;
     Journal journal{folder.filePath("journal")};
-    PrivateBus bus;
-    FakeTools tools{journal, folder.filePath("tools")};
+    Bus bus{journal};
+    FakeTools tools{folder.filePath("tools")};
     FakeSupplicant supplicant{journal};
-    BusClient client{bus.address(), journal};
     DaemonProcess daemon;
 };

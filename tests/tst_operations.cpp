@@ -17,58 +17,33 @@ class OperationsTest : public QObject
 
 private slots:
     void initTestCase();
-    void cleanupTestCase();
-    void methods_data();
-    void methods();
+    void cleanupTestCase() { QCOMPARE(bed.daemon.stop(), 0); }
+    void join();
+    void joinByHand();
+    void wireless();
+    void wired();
     void interface();
 
 private:
-    std::unique_ptr<TestBed> bed;
+    void check(const QString &method, const QVariantList &arguments,
+               const QByteArrayList &expected);
+
+    TestBed bed;
 };
 
 namespace
 {
-// Time for a signal to arrive, on a busy machine, before what happens next is written down.
-constexpr std::chrono::milliseconds pace{100};
-
 QByteArray network(const QString &flags, const QString &ssid, const QString &password,
                    const QString &identity = QString())
 {
     return payloadOf(BXNetwork{"b", "f", "s", flags, ssid, password, identity, true});
 }
 
-/// What joins network "7\n" by hand, up to its credentials.
-QByteArrayList addedByHand(const QByteArray &ssid, const QByteArray &keyMgmt)
+QByteArray set(const QByteArray &id, const QByteArray &parameter, const QByteArray &value)
 {
-    return {"DISCONNECT",
-            "ADD_NETWORK",
-            "SET_NETWORK 7\n ssid \"" + ssid + '"',
-            "SET_NETWORK 7\n scan_ssid 1",
-            "SET_NETWORK 7\n key_mgmt " + keyMgmt,
-            "SET_NETWORK 7\n pairwise CCMP",
-            "SET_NETWORK 7\n group CCMP"};
+    return "SET_NETWORK " + id + ' ' + parameter + ' ' + value;
 }
 
-const QByteArrayList saved = {"ENABLE_NETWORK 7\n", "SAVE_CONFIG", "SELECT_NETWORK 7\n", "sync",
-                              "RECONFIGURE"};
-const QByteArrayList notSaved = {"ENABLE_NETWORK 7\n", "SELECT_NETWORK 7\n", "sync"};
-
-QByteArrayList enterprise(const QByteArray &identity, const QByteArray &password)
-{
-    return {"SET_NETWORK 7\n eap PEAP", "SET_NETWORK 7\n identity \"" + identity + '"',
-            "SET_NETWORK 7\n password \"" + password + '"'};
-}
-
-/// What joins a network by name, after the list was read.
-QByteArrayList joined(const QByteArray &id, const QByteArray &keyMgmt, const QByteArray &psk)
-{
-    return {"SET_NETWORK " + id + " key_mgmt " + keyMgmt,
-            "SET_NETWORK " + id + " psk " + psk,
-            "SELECT_NETWORK " + id,
-            "SAVE_CONFIG",
-            "sync",
-            "RECONFIGURE"};
-}
 /// The members of the daemon's interface and their arguments, by name and type.
 QStringList membersOf(const QString &introspection)
 {
@@ -81,7 +56,7 @@ QStringList membersOf(const QString &introspection)
         if (xml.name() == "interface")
             isOurs = name == "com.brelvix.bxwifid" || (isOurs && xml.isEndElement());
         else if (isOurs && xml.isStartElement())
-            members << xml.name() + ' ' + name + xml.attributes().value("type");
+            members << xml.name() + ' ' + name + ' ' + xml.attributes().value("type");
     }
     return members;
 }
@@ -89,147 +64,143 @@ QStringList membersOf(const QString &introspection)
 
 void OperationsTest::initTestCase()
 {
-    bed = std::make_unique<TestBed>();
-    bed->supplicant.answer("ADD_NETWORK", {"7\n"});
-    bed->supplicant.answer("LIST_NETWORKS",
-                           {"network id / ssid / bssid / flags\n"
-                            "0\tHome\tany\t\n1\tHome\tany\t\n2\tCafe %1\tany\t\n"});
-    bed->supplicant.answer("STATUS", {"bssid=02:00:00:00:00:01\nssid=Home\nwpa_state=COMPLETED\n"
-                                      "ip_address=10.0.0.2\n"});
-    bed->tools.setOutput("wpa_passphrase", "\t#psk=\"x\"\n\tpsk=c0de\n");
-    bed->tools.setScript("fw_printenv", "case $1 in\n"
-                                        "ipaddr) echo ipaddr=10.0.0.2 ;;\n"
-                                        "ethaddr) echo ethaddr=02:00:00:00:00:02 ;;\n"
-                                        "dynamicip) echo dynamicip=0 ;;\n"
-                                        "esac\n");
-    bed->tools.setOutput("ifconfig", " inet addr:10.0.0.3  Mask:255.0.0.0\n");
-    bed->tools.remove("route");
-    bed->daemon.environment.insert("PACE", "0.1"); // as below
-    bed->start();
+    bed.supplicant.answer("ADD_NETWORK", {"7\n"});
+    bed.supplicant.answer("LIST_NETWORKS", {"network id / ssid / bssid / flags\n"
+                                            "0\tHome\tany\t\n1\tHome\tany\t\n2\tCafe %1\tany\t\n"});
+    bed.supplicant.answer("STATUS", {"bssid=02:00:00:00:00:01\nssid=Home\nwpa_state=COMPLETED\n"
+                                     "ip_address=10.0.0.2\n"});
+    bed.tools.setOutput("wpa_passphrase", "\t#psk=\"x\"\n\tpsk=c0de\n");
+    bed.tools.setScript("fw_printenv", "case $1 in\n"
+                                       "ipaddr) echo ipaddr=10.0.0.2 ;;\n"
+                                       "ethaddr) echo ethaddr=02:00:00:00:00:02 ;;\n"
+                                       "dynamicip) echo dynamicip=0 ;;\n"
+                                       "esac\n");
+    bed.tools.setOutput("ifconfig", " inet addr:10.0.0.3  Mask:255.0.0.0\n");
+    bed.tools.remove("route");
+    // Time for a signal to arrive, on a busy machine, before what happens next is written down.
+    bed.supplicant.pace = std::chrono::milliseconds(100);
+    bed.daemon.environment.insert("PACE", "0.1");
+    bed.start();
 }
 
-void OperationsTest::cleanupTestCase()
+void OperationsTest::check(const QString &method, const QVariantList &arguments,
+                           const QByteArrayList &expected)
 {
-    QCOMPARE(bed->daemon.stop(), 0);
+    const QDBusMessage reply = bed.bus.call(method, arguments);
+    QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
+    QCOMPARE(reply.arguments(), QVariantList());
+    QCOMPARE(bed.journal.take(), expected);
 }
 
-void OperationsTest::methods_data()
+void OperationsTest::join()
 {
-    QTest::addColumn<QString>("method");
-    QTest::addColumn<QVariantList>("arguments");
-    QTest::addColumn<QByteArrayList>("expected");
-
-    const auto row = [](const char *name, const char *method, const QVariant &argument,
-                        const QByteArrayList &expected) {
-        const QVariantList arguments = argument.isValid() ? QVariantList{argument} : QVariantList{};
-        QTest::newRow(name) << method << arguments << expected;
-    };
-    const QVariant none;
-
-    const auto connect = [&](const char *name, const QByteArray &payload,
-                             const QByteArrayList &expected) {
-        row(name, "connectRequest", payload,
-            QByteArrayList{"statusMessage(5)", "LIST_NETWORKS"} + expected);
+    const auto checkJoin = [this](const QByteArray &payload, const QByteArrayList &found,
+                                  const QByteArray &id, const QByteArray &keyMgmt,
+                                  const QByteArray &psk) {
+        check("connectRequest", {payload},
+              QByteArrayList{"statusMessage(5)", "LIST_NETWORKS"} + found +
+                  QByteArrayList{set(id, "key_mgmt", keyMgmt), set(id, "psk", psk),
+                                 "SELECT_NETWORK " + id, "SAVE_CONFIG", "sync", "RECONFIGURE"});
     };
     const auto added = [](const QByteArray &ssid) {
-        return QByteArrayList{"ADD_NETWORK", "SET_NETWORK 7\n ssid \"" + ssid + '"'};
+        return QByteArrayList{"ADD_NETWORK", set("7\n", "ssid", '"' + ssid + '"')};
     };
-    const auto hash = [](const QByteArray &ssid, const QByteArray &passphrase) {
-        return QByteArrayList{"wpa_passphrase|" + ssid + '|' + passphrase};
-    };
-    connect("join stored", network("[WPA2-PSK-CCMP][ESS]", "Home", "secret 1"),
-            hash("Home", "secret 1") + joined("0", "NULL", "c0de"));
-    connect("join new", network("[wpa2-psk-ccmp]", "home", ""),
-            added("home") + hash("home", "") + joined("7\n", "NULL", "c0de"));
-    connect("join open", network("[WEP][ESS]", "a\"%2\\", "abcde"),
-            added("a\"%2\\") + joined("7\n", "NONE", "NULL"));
-    connect("join with 60 characters", network("WPA", "Cafe %1", QString(60, 'p')),
-            hash("Cafe %1", QByteArray(60, 'p')) + joined("2", "NULL", "c0de"));
-    connect("join with 61 characters", network("[WPA2-EAP-CCMP]", "Home", "%1" + QString(59, 'p')),
-            joined("0", "NULL", "%1" + QByteArray(59, 'p')));
-    connect("join nothing", QByteArray(), added("") + joined("7\n", "NONE", "NULL"));
+    const QByteArray p59(59, 'p');
+    checkJoin(network("[WPA2-PSK-CCMP][ESS]", "Home", "secret 1"), {"wpa_passphrase|Home|secret 1"},
+              "0", "NULL", "c0de");
+    checkJoin(network("[wpa2-psk-ccmp]", "home", ""),
+              added("home") + QByteArrayList{"wpa_passphrase|home|"}, "7\n", "NULL", "c0de");
+    checkJoin(network("[WEP][ESS]", "a\"%2\\", "abcde"), added("a\"%2\\"), "7\n", "NONE", "NULL");
+    checkJoin(network("WPA", "Cafe %1", 'p' + p59), {"wpa_passphrase|Cafe %1|p" + p59}, "2", "NULL",
+              "c0de");
+    checkJoin(network("[WPA2-EAP-CCMP]", "Home", "%1" + p59), {}, "0", "NULL", "%1" + p59);
+    checkJoin({}, added(""), "7\n", "NONE", "NULL");
+}
 
-    const auto byHand = [&](const char *name, const QByteArray &payload,
-                            const QByteArrayList &expected) {
-        row(name, "connectRequestHidden", payload, expected);
+void OperationsTest::joinByHand()
+{
+    const auto checkJoin = [this](const QByteArray &payload, const QByteArray &ssid,
+                                  const QByteArray &keyMgmt, const QByteArrayList &rest) {
+        check("connectRequestHidden", {payload},
+              QByteArrayList{"DISCONNECT", "ADD_NETWORK", set("7\n", "ssid", ssid),
+                             set("7\n", "scan_ssid", "1"), set("7\n", "key_mgmt", keyMgmt),
+                             set("7\n", "pairwise", "CCMP"), set("7\n", "group", "CCMP")} +
+                  rest);
     };
-    const auto psk = [](const QByteArray &parameter, const QByteArray &value) {
-        return QByteArrayList{"SET_NETWORK 7\n " + parameter + " \"" + value + '"'} + saved;
+    const auto withKey = [](const QByteArray &parameter, const QByteArray &value) {
+        return QByteArrayList{set("7\n", parameter, value),
+                              "ENABLE_NETWORK 7\n",
+                              "SAVE_CONFIG",
+                              "SELECT_NETWORK 7\n",
+                              "sync",
+                              "RECONFIGURE"};
     };
-    byHand("hidden", network("WPA-PSK", "Home", "a \"%1%4\" z"),
-           addedByHand("Home", "WPA-PSK") + psk("psk", "a \"%1%4\" z"));
-    byHand("wep", network("WEP", "Old", "abcde"),
-           addedByHand("Old", "NONE") + psk("wep_key0", "abcde"));
-    byHand("wep in small letters", network("wep", "Old", "abcde"),
-           addedByHand("Old", "wep") + psk("psk", "abcde"));
-    byHand("enterprise", network("WPA-EAP", "Work", "lovelace", "ada %3"),
-           addedByHand("Work", "WPA-EAP") + enterprise("ada %3", "lovelace") + notSaved);
-    byHand("enterprise and wep", network("WEP EAP", "Work", "p", "i"),
-           addedByHand("Work", "NONE") + enterprise("i", "p") + notSaved);
-    byHand("nothing by hand", QByteArray(), addedByHand("", "") + psk("psk", ""));
+    const auto withLogin = [](const QByteArray &identity, const QByteArray &password) {
+        return QByteArrayList{set("7\n", "eap", "PEAP"),
+                              set("7\n", "identity", identity),
+                              set("7\n", "password", password),
+                              "ENABLE_NETWORK 7\n",
+                              "SELECT_NETWORK 7\n",
+                              "sync"};
+    };
+    bed.supplicant.pace = std::chrono::milliseconds(0); // long, and no signals to wait for
+    checkJoin(network("WPA-PSK", "Home", "a \"%1%4\" z"), "\"Home\"", "WPA-PSK",
+              withKey("psk", "\"a \"%1%4\" z\""));
+    checkJoin(network("WEP", "Old", "abcde"), "\"Old\"", "NONE", withKey("wep_key0", "\"abcde\""));
+    checkJoin(network("wep", "Old", "abcde"), "\"Old\"", "wep", withKey("psk", "\"abcde\""));
+    checkJoin(network("WPA-EAP", "Work", "lovelace", "ada %3"), "\"Work\"", "WPA-EAP",
+              withLogin("\"ada %3\"", "\"lovelace\""));
+    checkJoin(network("WEP EAP", "Work", "p", "i"), "\"Work\"", "NONE",
+              withLogin("\"i\"", "\"p\""));
+    bed.supplicant.pace = std::chrono::milliseconds(100);
+}
 
-    row("remove", "removeRequest", "Home",
-        {"LIST_NETWORKS", "REMOVE_NETWORK 0", "SAVE_CONFIG", "RECONFIGURE", "sync",
-         "statusMessage(8)"});
-    row("remove unknown", "removeRequest", "HOME", {"LIST_NETWORKS"});
-    row("disable", "disableRequest", none,
-        {"statusMessage(1)", "DISCONNECT", "SAVE_CONFIG", "sync", "STATUS", "ssidResult(Home)",
-         "STATUS", "ipResult(10.0.0.2)"});
-    row("enable", "enableRequest", none, {});
-    row("scan", "scanRequest", none, {"statusMessage(2)", "SCAN"});
-
+void OperationsTest::wireless()
+{
+    check("removeRequest", {"Home"},
+          {"LIST_NETWORKS", "REMOVE_NETWORK 0", "SAVE_CONFIG", "RECONFIGURE", "sync",
+           "statusMessage(8)"});
+    check("removeRequest", {"HOME"}, {"LIST_NETWORKS"});
+    check("disableRequest", {},
+          {"statusMessage(1)", "DISCONNECT", "SAVE_CONFIG", "sync", "STATUS", "ssidResult(Home)",
+           "STATUS", "ipResult(10.0.0.2)"});
+    check("enableRequest", {}, {});
+    check("scanRequest", {}, {"statusMessage(2)", "SCAN"});
+    check("statusRequest", {}, {"STATUS", "statusMessage(0)"});
+    check("ssidRequest", {}, {"STATUS", "ssidResult(Home)"});
+    check("ipRequest", {}, {"STATUS", "ipResult(10.0.0.2)"});
     BXNetworkConnected status;
     status.bssid = "02:00:00:00:00:01";
     status.ssid = "Home";
     status.wpaState = "COMPLETED";
     status.ipAddress = "10.0.0.2";
-    row("status", "statusRequest", none, {"STATUS", "statusMessage(0)"});
-    row("ssid", "ssidRequest", none, {"STATUS", "ssidResult(Home)"});
-    row("ip", "ipRequest", none, {"STATUS", "ipResult(10.0.0.2)"});
-    row("full status", "fullStatusRequest", none,
-        {"STATUS", busSignal("fullStatusResult", payloadOf(status))});
-
-    const auto printed = [](const QByteArray &name) {
-        return QByteArray("fw_printenv|" + name);
-    };
-    const BXStatic stored{"10.0.0.2\n", "", "", QString(), "02:00:00:00:00:02\n"};
-    row("static", "staticRequest", none,
-        {printed("ipaddr"), printed("gatewayip"), printed("netmask"), printed("ethaddr"),
-         busSignal("staticResult", payloadOf(stored))});
-    const BXStatic live{"10.0.0.3", QString(), "255.0.0.0", QString(), "02:00:00:00:00:02\n"};
-    row("dynamic", "dynamicRequest", none,
-        {printed("dynamicip"), "ifconfig|eth0", printed("ethaddr"),
-         busSignal("staticResult", payloadOf(live)), "dynamicResult(true)"});
-    const auto set = [](const QByteArray &name, const QByteArray &value) {
-        return QByteArray("fw_setenv|" + name + '|' + value);
-    };
-    row("set static", "setStaticRequest",
-        payloadOf(BXStatic{" 10.0.0.2\n", "a \t b", "c\n d", "reserved", "mac"}),
-        {set("ipaddr", "10.0.0.2"), set("gatewayip", "a b"), set("netmask", "c d")});
-    row("set static from nothing", "setStaticRequest", QByteArray(),
-        {set("ipaddr", ""), set("gatewayip", ""), set("netmask", "")});
-    row("set dynamic", "setDynamic", true, {set("dynamicip", "1")});
-    row("clear dynamic", "setDynamic", false, {"fw_setenv|dynamicip"});
+    check("fullStatusRequest", {}, {"STATUS", busSignal("fullStatusResult", payloadOf(status))});
 }
 
-void OperationsTest::methods()
+void OperationsTest::wired()
 {
-    QFETCH(QString, method);
-    QFETCH(QVariantList, arguments);
-    // Joining by hand is long and has no signals whose place would matter.
-    bed->supplicant.pace = method == "connectRequestHidden" ? std::chrono::milliseconds{0} : pace;
-    const QDBusMessage reply = bed->bus.call(method, arguments);
-    QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
-    QCOMPARE(reply.arguments(), QVariantList());
-    QFETCH(QByteArrayList, expected);
-    QCOMPARE(bed->journal.take(), expected);
+    const BXStatic stored{"10.0.0.2\n", "", "", QString(), "02:00:00:00:00:02\n"};
+    check("staticRequest", {},
+          {"fw_printenv|ipaddr", "fw_printenv|gatewayip", "fw_printenv|netmask",
+           "fw_printenv|ethaddr", busSignal("staticResult", payloadOf(stored))});
+    const BXStatic live{"10.0.0.3", QString(), "255.0.0.0", QString(), "02:00:00:00:00:02\n"};
+    check("dynamicRequest", {},
+          {"fw_printenv|dynamicip", "ifconfig|eth0", "fw_printenv|ethaddr",
+           busSignal("staticResult", payloadOf(live)), "dynamicResult(true)"});
+    check("setStaticRequest",
+          {payloadOf(BXStatic{" 10.0.0.2\n", "a \t b", "c\n d", "reserved", "mac"})},
+          {"fw_setenv|ipaddr|10.0.0.2", "fw_setenv|gatewayip|a b", "fw_setenv|netmask|c d"});
+    check("setStaticRequest", {QByteArray()},
+          {"fw_setenv|ipaddr|", "fw_setenv|gatewayip|", "fw_setenv|netmask|"});
+    check("setDynamic", {true}, {"fw_setenv|dynamicip|1"});
+    check("setDynamic", {false}, {"fw_setenv|dynamicip"});
 }
 
 void OperationsTest::interface()
 {
     const QDBusMessage introspect = QDBusMessage::createMethodCall(
         "com.brelvix.bxwifid", "/", "org.freedesktop.DBus.Introspectable", "Introspect");
-    const QString actual = bed->bus.client.call(introspect).arguments().value(0).toString();
+    const QString actual = bed.bus.client.call(introspect).arguments().value(0).toString();
     QFile shipped(INTERFACE);
     QVERIFY(shipped.open(QIODevice::ReadOnly));
     const QStringList expected = membersOf(shipped.readAll());

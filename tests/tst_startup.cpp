@@ -9,6 +9,8 @@
 #include <csignal>
 #include <functional>
 
+#include <sys/mount.h>
+
 /// The daemon from its start to its first exchange, and its end.
 class StartUpTest : public QObject
 {
@@ -35,24 +37,28 @@ void put(const char *path, const QByteArray &content)
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(content);
 }
+/// Whether the daemon's start, among what is prepared, leads to these lines and no other.
+bool logs(const std::function<void(TestBed &)> &prepare, const QStringList &expected)
+{
+    TestBed bed;
+    bed.daemon.environment.insert("QT_MESSAGE_PATTERN", "%{if-warning}warning %{endif}"
+                                                        "%{if-category}%{category} %{endif}"
+                                                        "%{file}|%{function}|%{message}");
+    prepare(bed);
+    bed.daemon.start();
+    // Of the two kinds of line, this one carries no source.
+    const auto log = [&] {
+        return bed.daemon.log().replaceInStrings("unknown|unknown|", "");
+    };
+    const bool has = QTest::qWaitFor([&] { return log() == expected; });
+    if (!has)
+        qWarning() << "expected" << expected << "but logged is" << log();
+    return has;
+}
 } // namespace
 
 void StartUpTest::log()
 {
-    const auto check = [](const char *name, const std::function<void(TestBed &)> &prepare,
-                          const QStringList &expected) {
-        TestBed bed;
-        bed.daemon.environment.insert("QT_MESSAGE_PATTERN", "%{if-warning}warning %{endif}"
-                                                            "%{if-category}%{category} %{endif}"
-                                                            "%{file}|%{function}|%{message}");
-        prepare(bed);
-        bed.daemon.start();
-        // Of the two kinds of line, this one carries no source.
-        const auto log = [&] {
-            return bed.daemon.log().replaceInStrings("unknown|unknown|", "");
-        };
-        QTRY_VERIFY2(log() == expected, qPrintable(name + (": " + log().join('\n'))));
-    };
     const auto setup = [](const char *text) {
         return QString("bool WifiControl::setup() ") + text;
     };
@@ -67,42 +73,34 @@ void StartUpTest::log()
                               "Failed to init with WPA_Supplicant"};
         return QStringList{registered, directory} + attempts + end;
     };
-    check(
-        "supplicant", [](TestBed &) {}, QStringList{registered} + linked);
-    check(
-        "no directory",
+    QVERIFY(logs([](TestBed &) {}, QStringList{registered} + linked));
+    QVERIFY(logs(
         [](TestBed &bed) {
             bed.supplicant.kill();
             QDir("/run/wpa_supplicant").removeRecursively();
         },
-        notLinked({}));
-    check(
-        "what a killed supplicant leaves, and what is no socket",
+        notLinked({})));
+    // What a supplicant leaves that was killed, and what is no socket at all.
+    QVERIFY(logs(
         [](TestBed &bed) {
             bed.supplicant.kill();
             put("/run/wpa_supplicant/file", "");
         },
-        notLinked({trying, setup("failed to open control connection to wpa_supplicant")}));
-    check(
-        "refused", [](TestBed &bed) { bed.supplicant.answer("ATTACH", {"FAIL\n"}); },
-        notLinked({trying, opened, setup("failed to attach to wpa_supplicant")}));
+        notLinked({trying, setup("failed to open control connection to wpa_supplicant")})));
+    QVERIFY(logs([](TestBed &bed) { bed.supplicant.answer("ATTACH", {"FAIL\n"}); },
+                 notLinked({trying, opened, setup("failed to attach to wpa_supplicant")})));
 
     const QString logger = "wifidaemon|WifiDaemon::setup|";
     const QString failed = logger + "Failed to register service: com.brelvix.bxwifid  error: ";
-    check(
-        "name taken",
-        [](TestBed &bed) { QVERIFY(bed.bus.client.registerService("com.brelvix.bxwifid")); },
+    QVERIFY(logs(
+        [](TestBed &bed) { bed.bus.client.registerService("com.brelvix.bxwifid"); },
         QStringList{logger + "Service already registered: com.brelvix.bxwifid", failed + R"("")"} +
-            linked);
+            linked));
     const QString noBus = R"("Not connected to D-Bus server")";
-    check(
-        "no bus",
-        [](TestBed &bed) {
-            bed.daemon.environment.insert("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere");
-        },
-        QStringList{logger + "Cannot connect to the D-Bus system bus.", failed + noBus,
-                    logger + "Failed to register object: " + noBus} +
-            linked);
+    QVERIFY(logs([](TestBed &bed) { bed.bus.server.kill(), bed.bus.server.waitForFinished(); },
+                 QStringList{logger + "Cannot connect to the D-Bus system bus.", failed + noBus,
+                             logger + "Failed to register object: " + noBus} +
+                     linked));
 }
 
 void StartUpTest::usage()
@@ -139,6 +137,15 @@ void StartUpTest::configurationReset()
     }
     put(configurationFile, QByteArray(76, 'x'));
     QCOMPARE(contentAfterStart(), whole);
+
+    // No room, then some again.
+    QVERIFY(mount("none", "/prefs/etc", "tmpfs", 0, "size=4k") == 0);
+    put("/prefs/etc/filler", QByteArray(4096, 'x'));
+    QCOMPARE(contentAfterStart(), QByteArray());
+    QFile::remove("/prefs/etc/filler");
+    QCOMPARE(contentAfterStart(), whole);
+    umount("/prefs/etc");
+
     QDir("/prefs/etc").removeRecursively();
     QCOMPARE(contentAfterStart(), QByteArray("none"));
 }

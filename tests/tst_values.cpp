@@ -17,8 +17,12 @@ class ValuesTest : public QObject
 
 private slots:
     void events();
-    void values_data();
-    void values();
+    void scanTables();
+    void networkIds();
+    void statusReplies();
+    void toolOutput();
+    void encoding();
+    void decoding();
 };
 
 namespace
@@ -32,12 +36,42 @@ QString shown(const QStringList &fields)
     return texts.join('|');
 }
 
-void row(const char *name, const QString &actual, const char *expected)
+void row(const char *name, const QString &actual, const QString &expected)
 {
-    QTest::newRow(name) << actual << QString(expected);
+    QVERIFY2(actual == expected, qPrintable(name + (": " + actual)));
 }
 
-void scanTables()
+/// One-letter texts in hexadecimal, as they are encoded one after the other.
+QByteArray letters(const QByteArray &text)
+{
+    QByteArray encoded;
+    for (const char letter : text)
+        encoded += "0000000200" + QByteArray(1, letter).toHex();
+    return encoded;
+}
+} // namespace
+
+void ValuesTest::events()
+{
+    const std::pair<const char *, Event> cases[] = {
+        {"<3>CTRL-REQ-PASSWORD-1:CTRL-EVENT-CONNECTED ", Event::Request},
+        {"<3>CTRL-EVENT-SCAN-RESULTS ", Event::ScanResults},
+        {"<3>CTRL-EVENT-SCAN-RESULTS", Event::Other},
+        {"<3>ctrl-event-scan-results ", Event::Other},
+        {"CTRL-EVENT-DISCONNECTED bssid=02:00:00:00:00:01 reason=3", Event::Disconnected},
+        {"<3>CTRL-EVENT-CONNECTED - Connection to 02:00:00:00:00:01 completed", Event::Connected},
+        {"<3>CTRL-EVENT-BSS-ADDED 0 02:00:00:00:00:01", Event::BssAdded},
+        {"<3>CTRL-EVENT-BSS-REMOVED 0 02:00:00:00:00:01", Event::BssRemoved},
+        {"<3>Trying to associate with SSID 'Associated '", Event::Associating},
+        {"<3>Associated with 02:00:00:00:00:01", Event::Associated},
+        {"<3>CTRL-EVENT-TERMINATING ", Event::Terminating},
+        {"<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0", Event::TemporarilyDisabled},
+    };
+    for (const auto &[message, event] : cases)
+        QVERIFY2(eventOf(message) == event, message);
+}
+
+void ValuesTest::scanTables()
 {
     const auto table = [](const char *name, const char *reply, const char *expected) {
         QStringList lines;
@@ -53,7 +87,7 @@ void scanTables()
           "a|1|-1|[ESS]|cu|-");
 }
 
-void networkIds()
+void ValuesTest::networkIds()
 {
     const auto id = [](const char *ssid, const char *expected) {
         const char reply[] = "network id\tssid\tbssid\tflags\n"
@@ -71,7 +105,7 @@ void networkIds()
     row("no list", networkIdOf("", "").value_or("none"), "none");
 }
 
-void statusReplies()
+void ValuesTest::statusReplies()
 {
     const auto status = [](const char *name, const char *reply, const char *expected) {
         const QString state = isAssociationCompleted(reply) ? "joined" : "not";
@@ -101,7 +135,7 @@ void statusReplies()
         "b||a|station|CCMP|BIP|WPA2-PSK|COMPLETED|-");
 }
 
-void toolOutput()
+void ValuesTest::toolOutput()
 {
     row("line feed stays", shown({bootValueOf("ipaddr=10.0.0.2\n")}), "10.0.0.2\n");
     row("up to the next =", shown({bootValueOf("ipaddr=a=b\n")}), "a");
@@ -140,16 +174,7 @@ void toolOutput()
     row("no key", printedPskOf("Passphrase must be 8..63 characters\n"), "");
 }
 
-/// One-letter texts in hexadecimal, as they are encoded one after the other.
-QByteArray letters(const QByteArray &text)
-{
-    QByteArray encoded;
-    for (const char letter : text)
-        encoded += "0000000200" + QByteArray(1, letter).toHex();
-    return encoded;
-}
-
-void encoding()
+void ValuesTest::encoding()
 {
     const auto record = [](const char *name, const QByteArray &payload, const QByteArray &bytes) {
         row(name, payload.toHex(), bytes);
@@ -169,7 +194,7 @@ void encoding()
            letters("abcdefgh") + "ffffffff");
 }
 
-void decoding()
+void ValuesTest::decoding()
 {
     const auto network = [](const char *name, const QByteArray &bytes, const char *expected) {
         const auto n = recordOf<BXNetwork>(QByteArray::fromHex(bytes));
@@ -185,45 +210,6 @@ void decoding()
     network("ends within a text", "0000000800610062", "-||||||");
     network("odd length", "00000003" + letters("bcdefg"), "-|b|c|d|e|f|g");
     network("null and empty", "ffffffff00000000" + letters("cdefg") + "01", "-||c|d|e|f|g!");
-}
-} // namespace
-
-void ValuesTest::events()
-{
-    const std::pair<const char *, Event> cases[] = {
-        {"<3>CTRL-REQ-PASSWORD-1:CTRL-EVENT-CONNECTED ", Event::Request},
-        {"<3>CTRL-EVENT-SCAN-RESULTS ", Event::ScanResults},
-        {"<3>CTRL-EVENT-SCAN-RESULTS", Event::Other},
-        {"<3>ctrl-event-scan-results ", Event::Other},
-        {"CTRL-EVENT-DISCONNECTED bssid=02:00:00:00:00:01 reason=3", Event::Disconnected},
-        {"<3>CTRL-EVENT-CONNECTED - Connection to 02:00:00:00:00:01 completed", Event::Connected},
-        {"<3>CTRL-EVENT-BSS-ADDED 0 02:00:00:00:00:01", Event::BssAdded},
-        {"<3>CTRL-EVENT-BSS-REMOVED 0 02:00:00:00:00:01", Event::BssRemoved},
-        {"<3>Trying to associate with SSID 'Associated '", Event::Associating},
-        {"<3>Associated with 02:00:00:00:00:01", Event::Associated},
-        {"<3>CTRL-EVENT-TERMINATING ", Event::Terminating},
-        {"<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0", Event::TemporarilyDisabled},
-    };
-    for (const auto &[message, event] : cases)
-        QVERIFY2(eventOf(message) == event, message);
-}
-
-void ValuesTest::values_data()
-{
-    QTest::addColumn<QString>("actual");
-    QTest::addColumn<QString>("expected");
-    scanTables();
-    networkIds();
-    statusReplies();
-    toolOutput();
-    encoding();
-    decoding();
-}
-
-void ValuesTest::values()
-{
-    QFETCH(QString, actual);
-    QTEST(actual, "expected");
 }
 
 QTEST_APPLESS_MAIN(ValuesTest)

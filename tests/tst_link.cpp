@@ -41,10 +41,7 @@ QString requestLine(const char *command, const char *outcome)
 /// What a process has open, as "pipe:[17]" and the like.
 QByteArrayList openFiles(qint64 pid)
 {
-    QProcess shell;
-    shell.start("sh", {"-c", QString("readlink /proc/%1/fd/*").arg(pid)});
-    shell.waitForFinished();
-    return shell.readAllStandardOutput().trimmed().split('\n');
+    return printedBy(QString("readlink /proc/%1/fd/*").arg(pid)).split('\n');
 }
 } // namespace
 

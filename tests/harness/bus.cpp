@@ -41,22 +41,17 @@ QDBusConnection Bus::connectClient()
                                          QUuid::createUuid().toString());
 }
 
-QDBusMessage Bus::call(const QString &method, const QVariantList &arguments)
-{
-    return wait(start(method, arguments));
-}
-
 QDBusPendingCall Bus::start(const QString &method, const QVariantList &arguments)
 {
     return client.asyncCall(daemonCall(method, arguments), replyWait_ms);
 }
 
-QDBusMessage Bus::wait(const QDBusPendingCall &pending)
+QDBusMessage Bus::call(const QString &method, const QVariantList &arguments)
 {
     // The call may be over already while signals before its reply still wait on the event loop;
     // the watcher's signal takes the same way as they do.
     bool finished = false;
-    QDBusPendingCallWatcher watcher(pending);
+    QDBusPendingCallWatcher watcher(start(method, arguments));
     connect(&watcher, &QDBusPendingCallWatcher::finished, [&] { finished = true; });
     if (!QTest::qWaitFor([&] { return finished; }, replyWait_ms))
         qFatal("the call never ended");

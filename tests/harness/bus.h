@@ -24,12 +24,11 @@ public:
     /// One more connection, as of another client.
     static QDBusConnection connectClient();
 
-    /// Calls a method of the daemon and, back on the event loop, waits for its reply. The signals
-    /// that left the daemon before the reply are in the journal then.
-    QDBusMessage call(const QString &method, const QVariantList &arguments = {});
-    /// Calls without waiting.
+    /// Calls a method of the daemon.
     QDBusPendingCall start(const QString &method, const QVariantList &arguments = {});
-    static QDBusMessage wait(const QDBusPendingCall &pending);
+    /// Also waits, on the event loop, for its reply. The signals that left the daemon before the
+    /// reply are in the journal then.
+    QDBusMessage call(const QString &method, const QVariantList &arguments = {});
 
     QProcess server;
     QDBusConnection client;

@@ -3,7 +3,34 @@
 
 #include "testbed.h"
 
+#include <QDir>
 #include <QTest>
+
+void FakeTools::setScript(const QString &tool, const QByteArray &script) const
+{
+    QFile file(path + '/' + tool + ".sh");
+    if (!file.open(QIODevice::WriteOnly) || file.write(script) != script.size())
+        qFatal("cannot write %s", qPrintable(file.fileName()));
+}
+
+void FakeTools::setOutput(const QString &tool, const QByteArray &lines) const
+{
+    setScript(tool, "cat <<'END'\n" + lines + "END\n");
+}
+
+void FakeTools::remove(const QString &tool) const
+{
+    QFile::remove(path + '/' + tool);
+}
+
+void FakeTools::restore() const
+{
+    QDir().mkpath(path);
+    QFile::link("/bin/ln", path + "/ln");
+    for (const char *tool :
+         {"fw_printenv", "fw_setenv", "ifconfig", "route", "sync", "udhcpc", "wpa_passphrase"})
+        QFile::link(HARNESS "/fake-tool", path + '/' + tool);
+}
 
 TestBed::TestBed()
 {
@@ -26,4 +53,12 @@ bool TestBed::happens(const QByteArrayList &expected)
     if (!has)
         qWarning() << "expected" << expected << "but what happened is" << happened;
     return has;
+}
+
+QByteArray printedBy(const QString &script)
+{
+    QProcess shell;
+    shell.start("sh", {"-c", script});
+    shell.waitForFinished();
+    return shell.readAllStandardOutput().trimmed();
 }

@@ -9,7 +9,7 @@
 #include <QElapsedTimer>
 #include <QTest>
 
-#include <memory>
+#include <map>
 
 /// The link to the supplicant: its events, its replies, its end and its return.
 class LinkTest : public QObject
@@ -180,21 +180,19 @@ void LinkTest::replies()
 void LinkTest::refusingSockets()
 {
     TestBed bed;
-    std::map<QByteArray, std::unique_ptr<FakeSupplicant>> others;
-    for (const char *name : {"wlan1", "a0", "z0", "p2p-dev-wlan0"})
-        others[name] = std::make_unique<FakeSupplicant>(bed.journal, name);
-    // All refuse but the one that the directory, in its own order, lists last.
+    bed.supplicant.kill(); // another takes its place
+    std::map<QString, FakeSupplicant> supplicants;
+    for (const char *name : {"wlan0", "wlan1", "a0", "z0", "p2p-dev-wlan0"})
+        supplicants.try_emplace(name, bed.journal, name);
     QStringList names;
     QDirIterator sockets("/run/wpa_supplicant", QDir::System);
     while (sockets.hasNext())
         names << QFileInfo(sockets.next()).fileName();
-    const QByteArray last = names.last().toUtf8();
-    const auto prepare = [&](FakeSupplicant &supplicant, const QByteArray &name) {
-        supplicant.answer("ATTACH", {name == last ? "OK\n" : "FAIL\n"});
-    };
-    prepare(bed.supplicant, "wlan0");
-    for (const auto &[name, other] : others)
-        prepare(*other, name);
+    // All refuse but the one that the directory, in its own order, lists last.
+    for (auto &[name, supplicant] : supplicants) {
+        if (name != names.last())
+            supplicant.answer("ATTACH", {"FAIL\n"});
+    }
     bed.start();
 
     QVERIFY(bed.daemon.waitForLog("bool WifiControl::setup() attached to wpa_supplicant"));
@@ -204,10 +202,10 @@ void LinkTest::refusingSockets()
     QCOMPARE(tried, names);
     // Two connections are left, and the one that works names the interface.
     QCOMPARE(QDir("/tmp").entryList({"wpa_ctrl_*"}, QDir::System).size(), 2);
-    bed.supplicant.sendEvent("<3>CTRL-EVENT-CONNECTED ");
-    for (const auto &[name, other] : others)
-        other->sendEvent("<3>CTRL-EVENT-CONNECTED ");
-    QTRY_VERIFY(bed.journal.entries().contains("udhcpc|-i" + last + "|-n|-q|-p/etc/udhcpc.pid"));
+    for (auto &[name, supplicant] : supplicants)
+        supplicant.sendEvent("<3>CTRL-EVENT-CONNECTED ");
+    const QString client = "udhcpc|-i" + names.last() + "|-n|-q|-p/etc/udhcpc.pid";
+    QTRY_VERIFY(bed.journal.entries().contains(client.toUtf8()));
 }
 
 void LinkTest::death()

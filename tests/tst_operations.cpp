@@ -39,6 +39,11 @@ QByteArray network(const QString &flags, const QString &ssid, const QString &pas
     return payloadOf(BXNetwork{"b", "f", "s", flags, ssid, password, identity, true});
 }
 
+QByteArray quoted(const QByteArray &text)
+{
+    return '"' + text + '"';
+}
+
 QByteArray set(const QByteArray &id, const QByteArray &parameter, const QByteArray &value)
 {
     return "SET_NETWORK " + id + ' ' + parameter + ' ' + value;
@@ -103,14 +108,14 @@ void OperationsTest::join()
                                  "SELECT_NETWORK " + id, "SAVE_CONFIG", "sync", "RECONFIGURE"});
     };
     const auto added = [](const QByteArray &ssid) {
-        return QByteArrayList{"ADD_NETWORK", set("7\n", "ssid", '"' + ssid + '"')};
+        return QByteArrayList{"ADD_NETWORK", set("7\n", "ssid", quoted(ssid))};
     };
     const QByteArray p59(59, 'p');
     checkJoin(network("[WPA2-PSK-CCMP][ESS]", "Home", "secret 1"), {"wpa_passphrase|Home|secret 1"},
               "0", "NULL", "c0de");
     checkJoin(network("[wpa2-psk-ccmp]", "home", ""),
               added("home") + QByteArrayList{"wpa_passphrase|home|"}, "7\n", "NULL", "c0de");
-    checkJoin(network("[WEP][ESS]", "a\"%2\\", "abcde"), added("a\"%2\\"), "7\n", "NONE", "NULL");
+    checkJoin(network("[WEP][ESS]", R"(a"%2\)", "abcde"), added(R"(a"%2\)"), "7\n", "NONE", "NULL");
     checkJoin(network("WPA", "Cafe %1", 'p' + p59), {"wpa_passphrase|Cafe %1|p" + p59}, "2", "NULL",
               "c0de");
     checkJoin(network("[WPA2-EAP-CCMP]", "Home", "%1" + p59), {}, "0", "NULL", "%1" + p59);
@@ -122,13 +127,13 @@ void OperationsTest::joinByHand()
     const auto checkJoin = [this](const QByteArray &payload, const QByteArray &ssid,
                                   const QByteArray &keyMgmt, const QByteArrayList &rest) {
         check("connectRequestHidden", {payload},
-              QByteArrayList{"DISCONNECT", "ADD_NETWORK", set("7\n", "ssid", ssid),
+              QByteArrayList{"DISCONNECT", "ADD_NETWORK", set("7\n", "ssid", quoted(ssid)),
                              set("7\n", "scan_ssid", "1"), set("7\n", "key_mgmt", keyMgmt),
                              set("7\n", "pairwise", "CCMP"), set("7\n", "group", "CCMP")} +
                   rest);
     };
     const auto withKey = [](const QByteArray &parameter, const QByteArray &value) {
-        return QByteArrayList{set("7\n", parameter, value),
+        return QByteArrayList{set("7\n", parameter, quoted(value)),
                               "ENABLE_NETWORK 7\n",
                               "SAVE_CONFIG",
                               "SELECT_NETWORK 7\n",
@@ -137,21 +142,20 @@ void OperationsTest::joinByHand()
     };
     const auto withLogin = [](const QByteArray &identity, const QByteArray &password) {
         return QByteArrayList{set("7\n", "eap", "PEAP"),
-                              set("7\n", "identity", identity),
-                              set("7\n", "password", password),
+                              set("7\n", "identity", quoted(identity)),
+                              set("7\n", "password", quoted(password)),
                               "ENABLE_NETWORK 7\n",
                               "SELECT_NETWORK 7\n",
                               "sync"};
     };
     bed.supplicant.pace = std::chrono::milliseconds(0); // long, and no signals to wait for
-    checkJoin(network("WPA-PSK", "Home", "a \"%1%4\" z"), "\"Home\"", "WPA-PSK",
-              withKey("psk", "\"a \"%1%4\" z\""));
-    checkJoin(network("WEP", "Old", "abcde"), "\"Old\"", "NONE", withKey("wep_key0", "\"abcde\""));
-    checkJoin(network("wep", "Old", "abcde"), "\"Old\"", "wep", withKey("psk", "\"abcde\""));
-    checkJoin(network("WPA-EAP", "Work", "lovelace", "ada %3"), "\"Work\"", "WPA-EAP",
-              withLogin("\"ada %3\"", "\"lovelace\""));
-    checkJoin(network("WEP EAP", "Work", "p", "i"), "\"Work\"", "NONE",
-              withLogin("\"i\"", "\"p\""));
+    checkJoin(network("WPA-PSK", "Home", R"(a "%1%4" z)"), "Home", "WPA-PSK",
+              withKey("psk", R"(a "%1%4" z)"));
+    checkJoin(network("WEP", "Old", "abcde"), "Old", "NONE", withKey("wep_key0", "abcde"));
+    checkJoin(network("wep", "Old", "abcde"), "Old", "wep", withKey("psk", "abcde"));
+    checkJoin(network("WPA-EAP", "Work", "lovelace", "ada %3"), "Work", "WPA-EAP",
+              withLogin("ada %3", "lovelace"));
+    checkJoin(network("WEP EAP", "Work", "p", "i"), "Work", "NONE", withLogin("i", "p"));
     bed.supplicant.pace = std::chrono::milliseconds(100);
 }
 

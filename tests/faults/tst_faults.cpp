@@ -108,16 +108,30 @@ void supplicantBabbles(TestBed &bed)
     }
 }
 
+void pourEvents(TestBed &bed, int count)
+{
+    for (int event = 1000; event < 1000 + count; ++event)
+        bed.supplicant.sendEvent("<3>CTRL-EVENT-BSS-REMOVED 0 " + QByteArray::number(event));
+}
+
+void eventBurst(TestBed &bed)
+{
+    pourEvents(bed, 2000);
+    QTRY_VERIFY(bed.journal.entries().contains("bssRemoved(1000)"));
+    bed.bus.call("enableRequest");
+    const QByteArrayList arrived = signalsOf(bed);
+    QVERIFY(std::is_sorted(arrived.begin(), arrived.end()));
+}
+
 /// As many as the supplicant sends to somebody who does not read: it keeps room for replies.
 void eventsPileUp(TestBed &bed)
 {
     std::unique_lock silence(bed.supplicant.answering);
     bed.bus.start("statusRequest");
     QTRY_VERIFY(bed.journal.entries().contains("STATUS"));
-    for (int event = 100; event < 350; ++event)
-        bed.supplicant.sendEvent("<3>CTRL-EVENT-BSS-REMOVED 0 " + QByteArray::number(event));
+    pourEvents(bed, 250);
     silence.unlock();
-    QTRY_VERIFY(bed.journal.entries().contains("bssRemoved(100)"));
+    QTRY_VERIFY(bed.journal.entries().contains("bssRemoved(1000)"));
     bed.bus.call("enableRequest");
     // What found a place has arrived in order, behind the answer.
     const QByteArrayList arrived = signalsOf(bed);
@@ -191,6 +205,7 @@ void FaultsTest::faults()
     checkAnswers(bed);
     check("supplicant dies", supplicantDies);
     check("supplicant babbles", supplicantBabbles);
+    check("burst of events", eventBurst);
     check("events pile up", eventsPileUp);
     check("tool is missing", toolDoes(""));
     check("tool dies", toolDoes("kill -KILL $$"));

@@ -227,14 +227,14 @@ void FaultsTest::busGone()
 
 void FaultsTest::addressIsNoOption()
 {
+    printedBy("rm -f /etc/fw_env.config; echo /run/boot.env 0x0 0x4000 >/etc/fw_env.config;"
+              "truncate -s 16K /run/boot.env; echo ipaddr=10.0.0.2 >/run/defaults;"
+              "echo bootargs=init=/tmp/shell >/run/script; fw_setenv -f /run/defaults");
     TestBed bed;
-    // Looks for options as fw_setenv does.
-    bed.tools.setScript("fw_setenv", "getopt s: \"$@\" | grep '^ -s' && kill $PPID");
+    bed.tools.setScript("fw_setenv", "exec fw_setenv \"$@\"");
     bed.start();
     bed.bus.call("setStaticRequest", {payloadOf(BXStatic{"-s/run/script", {}, {}, {}, {}})});
-    QVERIFY(bed.happens(
-        {"fw_setenv|ipaddr|-s/run/script", "fw_setenv|gatewayip|", "fw_setenv|netmask|"}));
-    QCOMPARE(bed.daemon.process.state(), QProcess::Running);
+    QCOMPARE(printedBy("fw_printenv"), QByteArray("gatewayip=\nipaddr=-s/run/script\nnetmask="));
 }
 
 QTEST_GUILESS_MAIN(FaultsTest)

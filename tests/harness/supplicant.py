@@ -1,0 +1,82 @@
+# SPDX-FileCopyrightText: 2026 The bxwifid developers
+# SPDX-License-Identifier: BSD-3-Clause
+"""A control socket that answers like a supplicant."""
+
+import os
+import socket
+import threading
+import time
+from contextlib import suppress
+from pathlib import Path
+
+DIRECTORY = Path("/run/wpa_supplicant")
+
+
+class FakeSupplicant:
+    """Answers from a table, on a thread of its own: also while the test or the daemon waits for
+    something else. Writes every command into the journal first. Several can run side by side."""
+
+    def __init__(self, journal, name="wlan0"):
+        self.journal = journal
+        self.path = DIRECTORY / name
+        self.answers = {}
+        # A test that holds it keeps the answers back.
+        self.silence = threading.Lock()
+        # Seconds to wait with every command before it is written down. Signals take another road
+        # than commands: one that left the daemon before a command stands before it then.
+        self.pace = 0
+        self.start()
+
+    def answer(self, command, *datagrams):
+        """Without datagrams the command is not answered; one without an entry is answered "OK". An
+        ATTACH that is answered otherwise is refused."""
+        self.answers[command] = datagrams
+
+    def send_event(self, message):
+        """To every connection that was ever attached."""
+        for monitor in self.monitors:
+            self._send(message, monitor)
+
+    def start(self):
+        DIRECTORY.mkdir(exist_ok=True)
+        self.path.unlink(missing_ok=True)
+        self.monitors = []
+        self.socket = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)
+        self.socket.bind(os.fspath(self.path))
+        self.server = threading.Thread(target=self._serve, daemon=True)
+        self.server.start()
+
+    def kill(self):
+        """It dies, if it has not yet, and leaves the socket's file behind."""
+        if not self.server.is_alive():
+            return
+        self.socket.shutdown(socket.SHUT_RDWR)
+        self.server.join()
+        self.socket.close()
+
+    def react(self, command):
+        """For what a supplicant does besides its answer."""
+
+    def _serve(self):
+        while True:
+            command, client = self.socket.recvfrom(8192)
+            if not client:  # killed
+                return
+            time.sleep(self.pace)
+            command = command.decode(errors="surrogateescape")
+            self.journal.append(command)
+            with self.silence:
+                self._answer(command, client)
+            self.react(command)
+
+    def _answer(self, command, client):
+        datagrams = self.answers.get(command, ("OK\n",))
+        if command == "ATTACH" and datagrams == ("OK\n",):
+            self.monitors.append(client)
+        for datagram in datagrams:
+            self._send(datagram, client)
+
+    def _send(self, datagram, client):
+        datagram = datagram.encode(errors="surrogateescape")
+        with suppress(OSError):  # a daemon that does not read must not stop the test
+            self.socket.sendto(datagram, socket.MSG_DONTWAIT, client)

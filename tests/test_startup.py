@@ -52,7 +52,7 @@ def no_bus(bed):
     bed.bus.close()
 
 
-@pytest.mark.parametrize("prepare, log", [
+@pytest.mark.parametrize("prepare, lines", [
     (lambda bed: None, [REGISTERED, *LINKED]),
     (no_socket, [REGISTERED, SEARCHING, *NOT_LINKED]),
     (no_supplicant, [REGISTERED, SEARCHING, TRYING,
@@ -64,15 +64,18 @@ def no_bus(bed):
     (no_bus, [LOGGER + "Cannot connect to the D-Bus system bus.", NO_NAME + NO_BUS,
               LOGGER + "Failed to register object: " + NO_BUS, *LINKED]),
 ])
-def test_log(bed, prepare, log):
+def test_log(bed, prepare, lines):
     bed.daemon.environment["QT_MESSAGE_PATTERN"] = (
         "%{if-warning}warning %{endif}%{if-category}%{category} %{endif}"
         "%{file}|%{function}|%{message}")
     prepare(bed)
     bed.daemon.start()
-    comes_true(lambda: len(bed.daemon.log()) >= len(log))
-    # Of the two kinds of line, one carries no source.
-    assert [line.replace("unknown|unknown|", "") for line in bed.daemon.log()] == log
+
+    def log():  # of the two kinds of line, one carries no source
+        return [line.replace("unknown|unknown|", "") for line in bed.daemon.log()]
+
+    comes_true(lambda: log() == lines)
+    assert log() == lines
 
 
 @pytest.mark.parametrize("argument, status", [

@@ -2,13 +2,14 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """A daemon with all that surrounds it."""
 
+import shutil
 import tempfile
 from pathlib import Path
 
 from .bus import Bus
 from .daemon import Daemon
 from .journal import Journal
-from .supplicant import FakeSupplicant
+from .supplicant import DIRECTORY, FakeSupplicant
 from .tools import FakeTools
 from .waiting import comes_true
 
@@ -22,6 +23,7 @@ class Bed:
         self.journal = Journal(self.folder / "journal")
         self.bus = Bus(self.journal)
         self.tools = FakeTools(self.folder / "tools")
+        shutil.rmtree(DIRECTORY, ignore_errors=True)  # with what another test left there
         self.supplicant = make_supplicant(self.journal)
         self.daemon = Daemon(self.folder / "log", {"PATH": str(self.tools.folder),
                                                    "JOURNAL": str(self.journal.path)})

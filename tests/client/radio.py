@@ -43,3 +43,5 @@ class Radio(FakeSupplicant):
             self.send_event("<3>CTRL-EVENT-CONNECTED - Connection completed")
         elif self.key != "NULL":
             self.send_event("<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0 reason=WRONG_KEY")
+        else:  # it is some other network
+            self.send_event("<3>CTRL-EVENT-CONNECTED - Connection completed")

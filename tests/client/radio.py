@@ -22,7 +22,7 @@ class Radio(FakeSupplicant):
         if command == "SCAN":
             self.send_event("<3>CTRL-EVENT-SCAN-RESULTS ")
         elif command == "ADD_NETWORK":
-            self.store(["0", "1"])
+            self.store(self.stored + ["0", "1"])
         elif command.startswith("REMOVE_NETWORK "):
             self.store([number for number in self.stored if number != command.split()[1]])
         elif " psk " in command:

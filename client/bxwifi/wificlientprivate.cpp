@@ -47,13 +47,18 @@ void WifiClientPrivate::ask(const DaemonCall &call, WifiReply *reply, const Answ
 
 void WifiClientPrivate::scan(WifiReply *reply, const std::function<void()> &done)
 {
+    // From now on, as a quick supplicant delivers before the call's reply is seen; and once, as it
+    // scans again by itself.
+    auto *wait = new QObject(reply);
+    connect(this, &WifiClientPrivate::scanEnded, wait, [=](bool delivered) {
+        wait->deleteLater();
+        disconnect(wait);
+        if (delivered)
+            done();
+        else
+            reply->fail(WifiReply::TimedOut, QStringLiteral("no scan results"));
+    });
     ask(DaemonCall::scan(), reply, [=](const Answer &) {
-        connect(this, &WifiClientPrivate::scanEnded, reply, [=](bool delivered) {
-            if (delivered)
-                done();
-            else
-                reply->fail(WifiReply::TimedOut, QStringLiteral("no scan results"));
-        });
         // Without a supplicant nothing would come.
         ask(DaemonCall::fullStatus(), reply, [=](const Answer &answer) {
             if (!answer.isWithoutSupplicant())

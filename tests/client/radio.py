@@ -28,6 +28,7 @@ class Radio(FakeSupplicant):
         elif " psk " in command:
             self.key = command.split(" psk ")[1]
         elif command.startswith("SELECT_NETWORK"):
+            self.send_event("<3>CTRL-EVENT-SCAN-RESULTS ")  # the supplicant looks for it
             self.associate()
 
     def store(self, numbers):

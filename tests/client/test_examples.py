@@ -38,6 +38,7 @@ def test_panel(bed):
             elif line == "start\n":
                 bed.daemon.start()
     assert fingers.returncode == 0
+    assert bed.journal.entries().count("ADD_NETWORK") == 3
 
 
 def test_console(bed):

@@ -11,6 +11,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <cstdio>
@@ -81,6 +82,7 @@ class PanelTest : public QObject
 
 private slots:
     void panel();
+    void unseenNetwork();
 };
 
 void PanelTest::panel()
@@ -111,6 +113,16 @@ void PanelTest::panel()
     EVENTUALLY(panel.text("state") == "Not connected");
     panel.press("Lab WPA2");
     EVENTUALLY(panel.item("secret") && panel.item("secret")->hasActiveFocus()); // no longer known
+}
+
+/// The client scans first, and the supplicant once more while it joins.
+void PanelTest::unseenNetwork()
+{
+    BxWifi::WifiClient client;
+    const BxWifi::AddressReply *reply = client.connectTo("Lab WPA2", "correct horse battery");
+    QSignalSpy joined(reply, &BxWifi::WifiReply::finished);
+    EVENTUALLY(!joined.isEmpty());
+    QCOMPARE(client.address(), "10.20.2.15");
 }
 
 QTEST_MAIN(PanelTest)

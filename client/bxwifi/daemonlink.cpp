@@ -63,7 +63,11 @@ WiredSettings wiredOf(const BXStatic &record)
 }
 } // namespace
 
-DaemonLink::DaemonLink(QObject *parent) : QObject(parent), bus(QDBusConnection::systemBus())
+// A connection apart from the one that Qt shares: that one holds signals back until the event loop
+// runs, but not replies, so that the first calls would end before their answers came.
+DaemonLink::DaemonLink(QObject *parent)
+    : QObject(parent),
+      bus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("bxwifi")))
 {
     const auto listen = [this](const char *signal, const char *slot) {
         bus.connect(service(), QStringLiteral("/"), service(), QLatin1String(signal), this, slot);

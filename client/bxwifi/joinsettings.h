@@ -24,5 +24,27 @@ struct BXWIFI_EXPORT JoinSettings {
 
     /// Why this cannot work, in one sentence; empty when it can.
     QString problem() const;
+
+    /// The settings in the text of a QR code, as phones print and scan it:
+    ///
+    ///     WIFI:T:WPA;S:Lab WPA2;P:correct horse battery;;
+    ///
+    /// Fields come in any order; those not listed are overlooked.
+    ///
+    /// - T: WPA, SAE, WEP, WPA2-EAP (PEAP) or nopass; without it, nopass
+    /// - S: name, P: passphrase, key or password, I: identity, H: "true" for a hidden network
+    /// - E: PEAP, or no field at all
+    ///
+    /// A backslash takes the character behind it as it stands; quotation marks around a value are
+    /// no part of it. Hexadecimal digits that are not in quotation marks are a name's bytes; where
+    /// these are no printable UTF-8, they are the name itself, for "CAFE" is a name as well. A WEP
+    /// key of 10 or 26 digits is given by its bytes. Passphrases are taken as they stand.
+    ///
+    /// `problem` becomes a sentence about what is malformed, without the secret in it, and the
+    /// settings are empty then; or else it becomes empty. What was read may still have a problem().
+    static JoinSettings fromUri(const QString &uri, QString *problem);
+    /// The text for a QR code; it holds the secret. Security::Automatic is written as WPA if there
+    /// is a secret, else as an open network; empty for Security::Unsupported.
+    QString toUri() const;
 };
 } // namespace BxWifi

@@ -42,6 +42,7 @@ private slots:
     void ssidsArePrintedEscaped();
     void waysToJoin();
     void impossibleSettingsAreRefused();
+    void textsOfQrCodes();
     void wiredMistakesAreRefused();
     void flagsAndFrequenciesInWords();
     void hostileTextNeverReachesTheTerminal();
@@ -116,6 +117,41 @@ void ClientValuesTest::impossibleSettingsAreRefused()
     };
     for (const auto &[settings, word] : cases)
         QVERIFY2(settings.problem().contains(word), qPrintable(word + ": " + settings.problem()));
+}
+
+void ClientValuesTest::textsOfQrCodes()
+{
+    const std::pair<QString, JoinSettings> cases[] = {
+        {"WIFI:T:WPA;S:Lab;P:correct horse;;", {"Lab", Security::Wpa, "correct horse", "", false}},
+        {"wifi:P:12345678;Z:x;H:True;S:Lab;T:sae\n", {"Lab", Security::Wpa3, "12345678", "", true}},
+        {"WIFI:S:Lab;P:left over;;", {"Lab", Security::Open, "", "", false}},
+        {R"(WIFI:T:WEP;S:\"Say\"\; a\,b\:c\\;P:"ab\"";;)",
+         {R"("Say"; a,b:c\)", Security::Wep, R"(ab")", "", false}},
+        {R"(WIFI:T:WEP;S:"a\";P:6162636465;;)", {R"("a")", Security::Wep, "abcde", "", false}},
+        {"WIFI:T:nopass;S:4772c3bcc39f65;;", {umlauts, Security::Open, "", "", false}},
+        {"WIFI:T:nopass;S:\"4c6162\";;", {"4c6162", Security::Open, "", "", false}},
+        {"WIFI:T:nopass;S:CAFE;;", {"CAFE", Security::Open, "", "", false}},
+        {"WIFI:T:WPA2-EAP;S:Lab;E:PEAP;PH2:GTC;A:anyone;I:ada;P:lovelace;;",
+         {"Lab", Security::Enterprise, "lovelace", "ada", false}},
+        // What is malformed has no name.
+        {"http://S:Lab;;", {}},
+        {"WIFI:T:nopass;P:S:Lab;;", {}},
+        {"WIFI:T:WPA;S:Lab;P:abc\\", {}},
+        {"WIFI:T:WPA9;S:Lab;;", {}},
+        {"WIFI:T:WEP;S:Lab;P:ff00000000;;", {}},
+        {"WIFI:T:WPA2-EAP;S:Lab;E:TTLS;I:ada;P:lovelace;;", {}},
+    };
+    const auto fields = [](const JoinSettings &read) {
+        return std::tuple(read.ssid, read.security, read.secret, read.identity, read.hidden);
+    };
+    for (const auto &[uri, settings] : cases) {
+        QString problem;
+        const JoinSettings read = JoinSettings::fromUri(uri, &problem);
+        QVERIFY2(fields(read) == fields(settings), qPrintable(uri + ": " + read.toUri()));
+        QCOMPARE(problem.isEmpty(), !settings.ssid.isEmpty());
+        if (problem.isEmpty())
+            QVERIFY(fields(JoinSettings::fromUri(read.toUri(), &problem)) == fields(read));
+    }
 }
 
 void ClientValuesTest::wiredMistakesAreRefused()

@@ -4,6 +4,7 @@
 // Whatever comes from outside must be read without harm, and what is read must hold to its shape.
 // Built once per target; FUZZ_TARGET names the function that gets the input.
 
+#include "bxwifi/joinsettings.h"
 #include "control/event.h"
 #include "control/passphrase.h"
 #include "daemon/supplicantreply.h"
@@ -102,6 +103,19 @@ void decode(const QByteArray &input)
     requirePiece(addressing.gateway, " \n");
     requirePiece(bootValueOf(output), "=");
     requirePiece(printedPskOf(output), "=\n");
+}
+
+/// What was read from a code makes a code from which the same is read.
+[[maybe_unused]] void codes(const QByteArray &input)
+{
+    QString problem;
+    const auto read = BxWifi::JoinSettings::fromUri(QString::fromUtf8(input), &problem);
+    require(problem.isEmpty() || read.ssid.isEmpty());
+    if (!problem.isEmpty())
+        return;
+    const auto again = BxWifi::JoinSettings::fromUri(read.toUri(), &problem);
+    require(again.ssid == read.ssid && again.secret == read.secret);
+    require(again.identity == read.identity && again.security == read.security);
 }
 } // namespace
 

@@ -7,7 +7,8 @@
 
 #include <stdexcept>
 
-Bus::Bus() : connection(dbus_bus_get_private(DBUS_BUS_SYSTEM, nullptr))
+Bus::Bus(const char *serviceName)
+    : service(serviceName), connection(dbus_bus_get_private(DBUS_BUS_SYSTEM, nullptr))
 {
     if (!connection)
         throw std::runtime_error("no system bus");
@@ -25,10 +26,20 @@ void Bus::listen(const std::string &rule)
     dbus_connection_flush(connection);
 }
 
-void Bus::send(const char *method, const char *interface)
+void Bus::call(const char *method)
 {
-    DBusMessage *message =
-        dbus_message_new_method_call("com.brelvix.bxwifid", "/", interface, method);
+    send(service, method);
+}
+
+void Bus::ping()
+{
+    send(DBUS_INTERFACE_PEER, "Ping");
+    awaitReply();
+}
+
+void Bus::send(const char *interface, const char *method)
+{
+    DBusMessage *message = dbus_message_new_method_call(service, "/", interface, method);
     dbus_connection_send(connection, message, nullptr);
     dbus_message_unref(message);
     dbus_connection_flush(connection);

@@ -7,24 +7,31 @@
 
 struct DBusConnection;
 
-/// A client of the daemon on the system bus. It stands on libdbus alone, so that its own share of a
-/// figure is small, and the same in a measurement and in its floor.
+constexpr const char *daemonName = "com.brelvix.bxwifid";
+constexpr const char *bareName = "com.brelvix.bare";
+
+/// A client on the system bus of a service whose object "/" has an interface of the service's name.
+/// It stands on libdbus alone, so that its own share of a figure is small, and the same in a
+/// measurement and in its floor.
 class Bus
 {
 public:
-    Bus();
+    explicit Bus(const char *serviceName = daemonName);
     ~Bus();
     Bus(const Bus &) = delete;
     Bus &operator=(const Bus &) = delete;
 
     /// Has signals delivered to this client.
     void listen(const std::string &rule);
-    void send(const char *method, const char *interface = "com.brelvix.bxwifid");
+    void call(const char *method);
+    void ping();
     void awaitSignal(const char *member);
     void awaitReply();
 
 private:
+    void send(const char *interface, const char *method);
     void await(int type, const char *member);
 
+    const char *service;
     DBusConnection *connection;
 };

@@ -10,8 +10,8 @@
 #include "figures.h"
 #include "records/payload.h"
 #include "supplicant.h"
+#include "tools.h"
 
-#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -22,51 +22,15 @@
 #include <stdexcept>
 #include <thread>
 
-#include <fcntl.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace
 {
-using Words = std::vector<std::string>;
-
 constexpr auto settling = std::chrono::milliseconds(500); // for a started service to become idle
 
 const std::filesystem::path binaries =
     std::filesystem::read_symlink("/proc/self/exe").parent_path();
-
-pid_t start(Words words, int output = STDOUT_FILENO)
-{
-    std::vector<char *> arguments;
-    for (std::string &word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-    pid_t process = 0;
-    if (posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environ) != 0)
-        throw std::runtime_error("cannot start " + words[0]);
-    posix_spawn_file_actions_destroy(&actions);
-    return process;
-}
-
-/// Runs a tool to its end, reading what it prints.
-void runTool(const Words &words)
-{
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0)
-        throw std::runtime_error("no pipe");
-    const pid_t process = start(words, ends[1]);
-    close(ends[1]);
-    std::array<char, 4096> output;
-    while (read(ends[0], output.data(), output.size()) > 0) {
-    }
-    close(ends[0]);
-    waitpid(process, nullptr, 0);
-}
 
 /// A program with a name on the bus, from that name's being owned to the program's exit.
 class Service
@@ -110,12 +74,16 @@ private:
 };
 
 struct Daemon : Service {
-    explicit Daemon(bool logs = false) : Service(set(logs), "com.brelvix.bxwifid") {}
+    explicit Daemon(bool logs = false) : Service(set(logs), daemonName) {}
     static const char *set(bool logs)
     {
         setenv("QT_LOGGING_RULES", logs ? "default.debug=true" : "default.debug=false", 1);
         return "bxwifid";
     }
+};
+
+struct BareApplication : Service {
+    BareApplication() : Service("bareapplication", bareName) {}
 };
 
 using Action = std::function<void()>;
@@ -126,9 +94,8 @@ struct Floor {
 };
 
 /// Times an action beside the things that it cannot do without, turn by turn.
-void measure(
-    const std::string &name, int rounds, const std::vector<Floor> &floors, const Action &action,
-    double aim, const Action &after = [] {})
+void measure(const std::string &name, int rounds, const std::vector<Floor> &floors,
+             const Action &action, double aim)
 {
     std::vector<Series> floorCosts(floors.size());
     Series costs;
@@ -136,7 +103,6 @@ void measure(
         for (size_t floor = 0; floor < floors.size(); ++floor)
             floorCosts[floor].time(floors[floor].action);
         costs.time(action);
-        after();
     }
     double sum = 0;
     for (size_t floor = 0; floor < floors.size(); ++floor)
@@ -144,48 +110,67 @@ void measure(
     print(name, costs, sum, aim);
 }
 
-/// A client that receives the daemon's signals.
+/// A client that receives its service's signals.
 class Client : public Bus
 {
 public:
-    Client() { listen("interface='com.brelvix.bxwifid'"); }
-
-    /// Times a method from its call to the answering signal.
-    void measureMethod(const std::string &name, int rounds, const std::vector<Floor> &floors,
-                       const char *method, const char *signal, double aim)
+    explicit Client(const char *serviceName) : Bus(serviceName)
     {
-        const Action call = [&] {
-            send(method);
+        listen("interface='" + std::string(serviceName) + "'");
+    }
+
+    /// A call until both are there, the answering signal and the reply, which comes after it.
+    Action answeredCall(const char *method, const char *signal)
+    {
+        return [=] {
+            call(method);
             awaitSignal(signal);
+            awaitReply();
         };
-        measure(name, rounds, floors, call, aim, [this] { awaitReply(); });
     }
 };
 
-/// The floor is the supplicant's exchange and three messages on the bus (call, signal, reply), of
-/// which a ping is two.
-void measureQueries(int rounds, bool logs)
+/// What the bus binding costs: the least service beside an exchange with the supplicant and three
+/// messages on the bus (call, signal, reply), of which a ping is two.
+void measureBinding(int rounds)
 {
-    const Daemon daemon(logs);
-    const std::string suffix = logs ? ", logging" : ", silent";
-    const double aim = logs ? 1.4 : 1.3;
+    const BareApplication bare;
     const int supplicant = connectToSupplicant();
-    Client client;
-    const Action ping = [&] {
-        client.send("Ping", "org.freedesktop.DBus.Peer");
-        client.awaitReply();
-    };
+    Client client(bareName);
     const std::vector<Floor> floors = {{1,
                                         [&] {
                                             exchange(supplicant, "STATUS");
                                         }},
-                                       {1.5, ping}};
-    client.measureMethod("statusRequest" + suffix, rounds, floors, "statusRequest", "statusMessage",
-                         aim);
-    client.measureMethod("fullStatusRequest" + suffix, rounds, floors, "fullStatusRequest",
-                         "fullStatusResult", aim);
-    client.measureMethod("ipRequest" + suffix, rounds, floors, "ipRequest", "ipResult", aim);
+                                       {1.5, [&] {
+                                            client.ping();
+                                        }}};
+    measure("bare application", rounds, floors,
+            client.answeredCall("statusRequest", "statusMessage"), 0);
     close(supplicant);
+}
+
+struct Method {
+    const char *name;
+    const char *signal;
+};
+
+const std::vector<Method> queries = {{"statusRequest", "statusMessage"},
+                                     {"fullStatusRequest", "fullStatusResult"},
+                                     {"ipRequest", "ipResult"}};
+const std::vector<Method> toolRuns = {{"staticRequest", "staticResult"},
+                                      {"dynamicRequest", "dynamicResult"}};
+
+/// The daemon's methods beside those of the bare application.
+void measureMethods(const std::vector<Method> &methods, int rounds, bool logs, double aim)
+{
+    const BareApplication bare;
+    const Daemon daemon(logs);
+    Client bareClient(bareName);
+    Client client(daemonName);
+    for (const Method &method : methods)
+        measure(std::string(method.name) + (logs ? ", logging" : ", silent"), rounds,
+                {{1, bareClient.answeredCall(method.name, method.signal)}},
+                client.answeredCall(method.name, method.signal), aim);
 }
 
 /// From the supplicant's event to status 3, beside turning the same table into payloads.
@@ -193,7 +178,7 @@ void measureScan(int rounds)
 {
     const Daemon daemon;
     const int supplicant = connectToSupplicant();
-    Client client;
+    Client client(daemonName);
     const QString table = QString::fromStdString(scanResults());
     const Action decode = [&] {
         for (const BXNetwork &network : scanTable(table))
@@ -218,7 +203,7 @@ void measureThroughput(int calls)
                     continue;
                 Bus bus;
                 for (int call = 0; call < calls / clients; ++call) {
-                    bus.send("statusRequest");
+                    bus.call("statusRequest");
                     bus.awaitReply();
                 }
                 _exit(EXIT_SUCCESS);
@@ -229,30 +214,6 @@ void measureThroughput(int calls)
         print({"calls with " + std::to_string(clients) + " clients", "/s",
                calls / total.median() * 1e6});
     }
-}
-
-/// Beside starting the same tools without the daemon.
-void measureTools(int rounds)
-{
-    const Daemon daemon;
-    Client client;
-    const std::vector<Words> settings = {{"fw_printenv", "ipaddr"},
-                                         {"fw_printenv", "gatewayip"},
-                                         {"fw_printenv", "netmask"},
-                                         {"fw_printenv", "ethaddr"}};
-    const std::vector<Words> report = {{"fw_printenv", "dynamicip"},
-                                       {"ifconfig", "eth0"},
-                                       {"route", "-n"},
-                                       {"fw_printenv", "ethaddr"}};
-    const auto run = [](const std::vector<Words> &tools) {
-        return [&tools] {
-            std::for_each(tools.begin(), tools.end(), runTool);
-        };
-    };
-    client.measureMethod("staticRequest", rounds, {{1, run(settings)}}, "staticRequest",
-                         "staticResult", 1.3);
-    client.measureMethod("dynamicRequest", rounds, {{1, run(report)}}, "dynamicRequest",
-                         "dynamicResult", 1.3);
 }
 
 void measureLifetime(int rounds)
@@ -270,14 +231,14 @@ void measureLifetime(int rounds)
 
 void measureMemory(int calls)
 {
-    const Service bare("bareapplication", "com.brelvix.bare");
+    const BareApplication bare;
     const Daemon daemon;
     const double idle = daemon.memory("Private_Dirty:");
     print({"PSS, idle", "KiB", daemon.memory("Pss:"), 0, bare.memory("Pss:")});
     print({"private dirty, idle", "KiB", idle, 0, bare.memory("Private_Dirty:"), 1.1});
     Bus bus;
     for (int call = 0; call < calls; ++call) {
-        bus.send("fullStatusRequest");
+        bus.call("fullStatusRequest");
         bus.awaitReply();
     }
     print({"private dirty after " + std::to_string(calls) + " calls", "KiB",
@@ -291,11 +252,12 @@ try {
         throw std::runtime_error("usage: bench ROUNDS");
     const int rounds = std::stoi(argv[1]);
     startSupplicant();
-    measureQueries(rounds, true);
-    measureQueries(rounds, false);
+    measureBinding(rounds);
+    measureMethods(queries, rounds, true, 1.2);
+    measureMethods(queries, rounds, false, 1.15);
     measureScan(rounds / 4 + 1);
     measureThroughput(rounds);
-    measureTools(rounds / 20 + 1);
+    measureMethods(toolRuns, rounds / 20 + 1, false, 1.3);
     measureLifetime(rounds / 200 + 1);
     measureMemory(rounds * 5);
     return EXIT_SUCCESS;

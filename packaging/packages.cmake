@@ -22,6 +22,10 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+# Which version of a library a program needs, by the names that it uses.
+foreach(package IN ITEMS bxwifid libbxwificlient1)
+    configure_file(debian/${package}.symbols debian/${package}/symbols COPYONLY)
+endforeach()
 
 set(same_version "(= ${PROJECT_VERSION})")
 
@@ -35,7 +39,8 @@ set(CPACK_DEBIAN_BXWIFID_PACKAGE_CONTROL_EXTRA
     ${CMAKE_CURRENT_SOURCE_DIR}/debian/postinst
     ${CMAKE_CURRENT_SOURCE_DIR}/debian/prerm
     ${CMAKE_CURRENT_SOURCE_DIR}/debian/postrm
-    ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
+    ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers
+    ${CMAKE_CURRENT_BINARY_DIR}/debian/bxwifid/symbols)
 set(CPACK_DEBIAN_BXWIFID_DESCRIPTION
 "Network-configuration daemon for embedded devices
 bxwifid configures the one wireless interface of an embedded device through
@@ -46,7 +51,8 @@ bus, and so does the command bxwifictl, which is part of this package.")
 set(CPACK_DEBIAN_LIBBXWIFICLIENT1_PACKAGE_NAME libbxwificlient1)
 set(CPACK_DEBIAN_LIBBXWIFICLIENT1_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_LIBBXWIFICLIENT1_PACKAGE_CONTROL_EXTRA
-    ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
+    ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers
+    ${CMAKE_CURRENT_BINARY_DIR}/debian/libbxwificlient1/symbols)
 set(CPACK_DEBIAN_LIBBXWIFICLIENT1_DESCRIPTION
 "Network configuration through bxwifid, library for Qt programs
 A typed class for programs that let a user choose networks and set addresses

@@ -13,14 +13,14 @@ namespace BxWifi
 {
 /// A network to join, and with what.
 struct BXWIFI_EXPORT JoinSettings {
-    QString ssid;
-    Security security = Security::Automatic;
+    QString ssid;                            ///< Name
+    Security security = Security::Automatic; ///< How it is protected
     /// WPA passphrase or 64-digit key, WPA3 passphrase, WEP key or enterprise password. Empty for
     /// WPA and WEP: joined with what the supplicant has stored; the others take it every time.
     QString secret;
-    QString identity;    ///< Enterprise user name
-    bool hidden = false; ///< The network does not announce its name
-    std::chrono::seconds timeout{45};
+    QString identity;                 ///< Enterprise user name
+    bool hidden = false;              ///< The network does not announce its name
+    std::chrono::seconds timeout{45}; ///< Until the address has to be there
 
     /// Why this cannot work, in one sentence; empty when it can.
     QString problem() const;

@@ -17,6 +17,7 @@ class BXWIFI_EXPORT NetworkModel : public QAbstractListModel
 {
     Q_OBJECT
 public:
+    /// What a row tells, by role; the name in QML is in quotation marks.
     enum Role {
         SsidRole = Qt::UserRole, ///< "ssid": name
         SignalRole,              ///< "signal": dBm
@@ -29,14 +30,18 @@ public:
     };
     Q_ENUM(Role)
 
+    /// Stays empty: WifiClient fills its own.
     explicit NetworkModel(QObject *parent);
     ~NetworkModel() override;
 
     /// The network of a name; none of that name has an empty BSSID.
     WifiNetwork network(const QString &ssid) const;
 
+    /// As in every model.
     int rowCount(const QModelIndex &parent = {}) const override;
+    /// One fact of a row; invalid for a role that is none of Role.
     QVariant data(const QModelIndex &index, int role) const override;
+    /// The names for QML.
     QHash<int, QByteArray> roleNames() const override;
 
 private:

@@ -46,6 +46,7 @@ class BXWIFI_EXPORT WifiClient : public QObject
     Q_PROPERTY(BxWifi::NetworkModel *networks READ networks CONSTANT)
 
 public:
+    /// What is known of the wireless connection.
     enum State {
         Unavailable,  ///< No daemon on the bus
         Disconnected, ///< No network is joined
@@ -56,26 +57,27 @@ public:
 
     /// What the daemon announces to all clients.
     enum Event {
-        AssociationCompleted,
-        NotConnected,
-        ScanStarted,
-        ScanDelivered,
-        SupplicantExiting,
-        ConnectionRequested,
-        TemporarilyDisabled,
-        WrongKey,
-        NetworkRemoved,
+        AssociationCompleted, ///< A network is joined; the address follows
+        NotConnected,         ///< No network is joined
+        ScanStarted,          ///< A scan was asked for
+        ScanDelivered,        ///< All that a scan found was reported
+        SupplicantExiting,    ///< The daemon has lost its supplicant; see relink()
+        ConnectionRequested,  ///< Some client asked to join a network
+        TemporarilyDisabled,  ///< The supplicant set the network aside, not because of its key
+        WrongKey,             ///< The supplicant set the network aside because of a wrong key
+        NetworkRemoved,       ///< A stored network was removed
     };
     Q_ENUM(Event)
 
+    /// Begins to listen to the daemon, whether it is there or not.
     explicit WifiClient(QObject *parent = nullptr);
     ~WifiClient() override;
 
-    State state() const;
-    QString ssid() const;    ///< Name of the joined network, or empty
-    QString address() const; ///< Address of the wireless interface, or empty
-    bool isScanning() const;
-    NetworkModel *networks() const;
+    State state() const;            ///< What is known of the connection
+    QString ssid() const;           ///< Name of the joined network, or empty
+    QString address() const;        ///< Address of the wireless interface, or empty
+    bool isScanning() const;        ///< Whether a scan is going on, of any client
+    NetworkModel *networks() const; ///< The networks of the last scan, as a model
 
     /// Looks for networks; brings every access point found.
     Q_INVOKABLE BxWifi::ScanReply *scan();
@@ -84,6 +86,7 @@ public:
     /// Joins a network in the way that it announces.
     Q_INVOKABLE BxWifi::AddressReply *connectTo(const QString &ssid, const QString &secret,
                                                 const QString &identity = {});
+    /// Joins a network that does not announce its name, nor how it is protected.
     Q_INVOKABLE BxWifi::AddressReply *connectToHidden(const QString &ssid,
                                                       BxWifi::Security security,
                                                       const QString &secret,
@@ -92,6 +95,7 @@ public:
     Q_INVOKABLE BxWifi::WifiReply *disconnectFromNetwork();
     /// Removes all that is stored under a name.
     Q_INVOKABLE BxWifi::WifiReply *forget(const QString &ssid);
+    /// Brings all that is known of the connection, and the properties up to date.
     Q_INVOKABLE BxWifi::StatusReply *status();
     /// Brings the address of the wireless interface; empty when there is none.
     Q_INVOKABLE BxWifi::AddressReply *wirelessAddress();
@@ -109,19 +113,28 @@ public:
     Q_INVOKABLE BxWifi::WifiReply *setWiredDhcp(bool dhcp);
 
 signals:
-    void stateChanged();
-    void ssidChanged();
-    void addressChanged();
-    void scanningChanged();
+    void stateChanged();    ///< state() is another
+    void ssidChanged();     ///< ssid() is another
+    void addressChanged();  ///< address() is another
+    void scanningChanged(); ///< isScanning() is another
 
     // What the daemon says, whoever asked.
+
+    /// One of its announcements.
     void happened(BxWifi::WifiClient::Event event);
+    /// One access point of a scan.
     void networkSeen(const BxWifi::WifiNetwork &network);
+    /// An access point went out of sight.
     void accessPointLost(const QString &bssid);
+    /// The name of the joined network, or an empty one.
     void ssidReported(const QString &ssid);
+    /// The address of the wireless interface, or an empty one.
     void addressReported(const QString &address);
+    /// All about the connection.
     void statusReported(const BxWifi::WifiStatus &status);
+    /// The wired addressing, stored or live: only its caller knows which was asked for.
     void wiredReported(const BxWifi::WiredSettings &settings);
+    /// Whether the wired interface asks for a dynamic address at the next boot.
     void dhcpReported(bool dhcp);
 
 private:

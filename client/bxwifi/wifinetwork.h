@@ -19,6 +19,7 @@ struct BXWIFI_EXPORT WifiNetwork {
     int frequency = 0; ///< MHz
     QString flags;     ///< The supplicant's capability flags
 
+    /// How it is protected, as far as joining it goes.
     Security security() const { return securityOf(flags); }
     /// Channel number, 0 when the frequency is none of a Wi-Fi channel.
     int channel() const;

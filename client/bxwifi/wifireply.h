@@ -23,8 +23,9 @@ class BXWIFI_EXPORT WifiReply : public QObject
     Q_PROPERTY(BxWifi::WifiReply::Stage stage READ stage NOTIFY stageChanged)
 
 public:
+    /// What became of the request.
     enum Error {
-        NoError,
+        NoError,             ///< All is well, or not finished yet
         NoDaemon,            ///< No system bus, no daemon on it, or it went away
         Denied,              ///< The bus does not let this user call the daemon
         TimedOut,            ///< No answer in time
@@ -48,19 +49,25 @@ public:
     };
     Q_ENUM(Stage)
 
+    /// For the library; programs get theirs from WifiClient.
     explicit WifiReply(QObject *parent);
     ~WifiReply() override;
 
+    /// Whether finished() was sent, or is about to be.
     bool isFinished() const;
+    /// What went wrong, to tell apart.
     Error error() const;
     /// What went wrong, in one sentence without a full stop.
     QString errorText() const;
+    /// How far it has come.
     Stage stage() const;
     /// What a successful request brings, as the method that started it says; see WifiReplyWith.
     QVariant result() const;
 
 signals:
+    /// It has come further.
     void stageChanged(BxWifi::WifiReply::Stage stage);
+    /// Comes once, with or without an error; the reply is deleted after it.
     void finished();
 
 private:
@@ -81,6 +88,7 @@ class WifiReplyWith : public WifiReply
 {
 public:
     using WifiReply::WifiReply;
+    /// What the request brought.
     Value value() const { return result().template value<Value>(); }
 };
 } // namespace BxWifi

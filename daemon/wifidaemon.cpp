@@ -55,12 +55,6 @@ WifiDaemon::WifiDaemon(int &argc, char **argv)
     : QCoreApplication(argc, argv), syncProcess(new ToolProcess(this)),
       envProcess(new ToolProcess(this))
 {
-    // Has fw_setenv take what follows the variable's name for a value, whatever it begins with.
-    // Otherwise a client's "-s/tmp/script" would be an option that sets any variable.
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("POSIXLY_CORRECT"), QStringLiteral("1"));
-    envProcess->setProcessEnvironment(environment);
-
     QTimer::singleShot(startUpDelay_ms, this, &WifiDaemon::setup);
 }
 

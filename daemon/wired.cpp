@@ -65,7 +65,13 @@ QString WifiDaemon::bootVariable(const QString &name)
 
 void WifiDaemon::setBootVariable(const QString &name, const QString &value)
 {
+    // Has fw_setenv take what follows the variable's name for a value, whatever it begins with.
+    // Otherwise a client's "-s/tmp/script" would be an option that sets any variable.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("POSIXLY_CORRECT"), QStringLiteral("1"));
+    envProcess->setProcessEnvironment(environment);
     envProcess->run(QStringLiteral("fw_setenv"), {name, value});
+    envProcess->setProcessEnvironment({}); // the daemon's own again
 }
 
 void WifiDaemon::dynamicRequest()

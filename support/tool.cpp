@@ -18,7 +18,8 @@ constexpr int toolWait_ms = 30000;
 // A killed tool is gone at once, unless it hangs in the kernel, as on a dying flash.
 constexpr int reapWait_ms = 1000;
 
-pid_t starter = 0; // this process, while it starts a tool
+// This process, while this thread starts a tool: forks of other threads are none of our business.
+thread_local pid_t starter = 0;
 
 /// In the child of a fork, Qt waits for a word from the parent before it becomes the tool. Were the
 /// daemon killed in that moment, the child would wait for ever, and hold the daemon's name on the

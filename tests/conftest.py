@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: BSD-3-Clause
 import pytest
 
-pytest.register_assert_rewrite("harness.bed")
+pytest.register_assert_rewrite("harness")
 from harness.bed import Bed  # noqa: E402
 
 

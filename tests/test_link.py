@@ -7,45 +7,45 @@ import time
 from pathlib import Path
 
 import pytest
+from harness.bed import request_line
 from harness.bus import signal
 from harness.records import record
 from harness.supplicant import DIRECTORY, FakeSupplicant
 from harness.waiting import comes_true
 
-PACE = 0.05  # seconds for a signal to arrive before the next command is written down
-
-
-def request_line(command, outcome):
-    return f'QString WifiControl::ctrlRequest(const QString&) "{command}" {outcome}'
-
 
 REPLIED = request_line("STATUS", "true")
 FAILED = request_line("STATUS", "false")
 MESSAGE = "void WifiControl::processMessage(const QString&) "
-REMOVED = "<3>CTRL-EVENT-BSS-REMOVED 7 02:00:00:00:00:01"
+EVENT = "<3>CTRL-EVENT-"
+REMOVED = EVENT + "BSS-REMOVED 7 02:00:00:00:00:01"
+CONNECTED = EVENT + "CONNECTED - Connection to x completed"
+
+
+def dhcp_client(interface):
+    return f"udhcpc|-i{interface}|-n|-q|-p/etc/udhcpc.pid"
 
 
 @pytest.mark.parametrize("messages, happens, last_line", [
-    ([REMOVED + " more", "<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0 auth_failures=1",
-      "<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0 reason=WRONG_KEY"],
+    ([REMOVED + " more", EVENT + "SSID-TEMP-DISABLED id=0 auth_failures=1",
+      EVENT + "SSID-TEMP-DISABLED id=0 reason=WRONG_KEY"],
      ["bssRemoved(02:00:00:00:00:01)", "statusMessage(6)", "statusMessage(7)"], REPLIED),
     (["CTRL-EVENT-DISCONNECTED x", "<3>Associated x", "<3>Trying to associate with x",
-      "<3>CTRL-EVENT-BSS-ADDED 7 x", "<3>CTRL-EVENT-BSS-REMOVED 7"], [], REPLIED),
+      EVENT + "BSS-ADDED 7 x", EVENT + "BSS-REMOVED 7"], [], REPLIED),
+    *(([other], [], MESSAGE + f'other: "{other}"') for other in (
+        EVENT + "SCAN-RESULTS", "<3>ctrl-event-connected ")),
     (["<3>CTRL-REQ-OTP-0:CTRL-EVENT-CONNECTED "], [],
      MESSAGE + 'ctrl_req: "<3>CTRL-REQ-OTP-0:CTRL-EVENT-CONNECTED "'),
-    (["<3>CTRL-EVENT-SCAN-RESULTS"], [], MESSAGE + 'other: "<3>CTRL-EVENT-SCAN-RESULTS"'),
-    (["<3>ctrl-event-connected "], [], MESSAGE + 'other: "<3>ctrl-event-connected "'),
     (["x" * 254 + "\0y"], [], MESSAGE + f'other: "{"x" * 254}"'),
     (["x" * 233 + "CTRL-EVENT-TERMINATING "], [],
      MESSAGE + f'other: "{"x" * 233}CTRL-EVENT-TERMINATING"'),
-    ([REMOVED, "<3>CTRL-EVENT-TERMINATING ", REMOVED, REMOVED],
+    ([REMOVED, EVENT + "TERMINATING ", REMOVED, REMOVED],
      ["bssRemoved(02:00:00:00:00:01)", "statusMessage(4)", "DETACH", "ssidResult()", "ipResult()"],
      FAILED),
-], ids=["signals", "no signals", "request first", "no blank", "small letters", "zero byte",
+], ids=["signals", "no signals", "no blank", "small letters", "request first", "zero byte",
         "cut at 255 bytes", "supplicant ends"])
 def test_events(bed, messages, happens, last_line):
     bed.start()
-    bed.supplicant.pace = PACE
     with bed.supplicant.silence:  # while the daemon waits for a reply, its events pile up
         bed.bus.send("statusRequest")
         bed.check("STATUS")
@@ -60,14 +60,12 @@ def test_events(bed, messages, happens, last_line):
 
 def test_events_before_calls(bed):
     bed.start()
-    bed.supplicant.pace = PACE
     # What is pending when the daemon looks is handled together, also when a call came meanwhile.
     with bed.supplicant.silence:
         for event in "SCAN-RESULTS ", "SSID-TEMP-DISABLED x", "SSID-TEMP-DISABLED WRONG_KEY":
-            bed.supplicant.send_event("<3>CTRL-EVENT-" + event)
+            bed.supplicant.send_event(EVENT + event)
         bed.check("SCAN_RESULTS")
         bed.bus.send("scanRequest")
-        time.sleep(0.1)
     bed.check("statusMessage(3)", "statusMessage(6)", "statusMessage(7)", "statusMessage(2)",
               "SCAN")
 
@@ -75,14 +73,12 @@ def test_events_before_calls(bed):
 def test_connected(bed):
     bed.supplicant.answer("STATUS", "ssid=Home\nip_address=10.0.0.2\n")
     bed.start()
-    bed.supplicant.pace = PACE
     begun = time.monotonic()
-    bed.supplicant.send_event("<3>CTRL-EVENT-CONNECTED - Connection to x completed")
-    client = "udhcpc|-iwlan0|-n|-q|-p/etc/udhcpc.pid"
-    assert comes_true(lambda: client in bed.journal.entries())
+    bed.supplicant.send_event(CONNECTED)
+    assert comes_true(lambda: dhcp_client("wlan0") in bed.journal.entries())
     assert time.monotonic() >= begun + 0.6
     bed.check("statusMessage(0)", "STATUS", "ssidResult(Home)", "STATUS", "ipResult(10.0.0.2)",
-              client, "STATUS", "ipResult(10.0.0.2)")
+              dhcp_client("wlan0"), "STATUS", "ipResult(10.0.0.2)")
     assert "void WifiDaemon::onConnected() about to refresh IP" in bed.daemon.log()
 
 
@@ -101,7 +97,7 @@ ROW = "b\t1\t-1\t\t"
 def test_scan_results(bed, reply, rows):
     bed.start()
     bed.supplicant.answer("SCAN_RESULTS", reply)
-    bed.supplicant.send_event("<3>CTRL-EVENT-SCAN-RESULTS ")
+    bed.supplicant.send_event(EVENT + "SCAN-RESULTS ")
     networks = [record(*row.split("\t"), None, None, False) for row in rows]
     bed.check("SCAN_RESULTS", *[signal("scanResult", network) for network in networks],
               "statusMessage(3)")
@@ -136,15 +132,13 @@ def test_refusing_sockets(bed):
     for name in names[:-1]:
         supplicants[name].answer("ATTACH", "FAIL\n")
     bed.start()
-    assert bed.daemon.logs("bool WifiControl::setup() attached to wpa_supplicant")
     trying = 'bool WifiControl::setup() trying ctrl_iface: "{}" ...'.format
     assert [line for line in bed.daemon.log() if "trying" in line] == [*map(trying, names)]
     # Two connections are left, and the one that works names the interface.
     assert len(list(Path("/tmp").glob("wpa_ctrl_*"))) == 2
     for supplicant in supplicants.values():
-        supplicant.send_event("<3>CTRL-EVENT-CONNECTED ")
-    client = f"udhcpc|-i{names[-1]}|-n|-q|-p/etc/udhcpc.pid"
-    assert comes_true(lambda: client in bed.journal.entries())
+        supplicant.send_event(CONNECTED)
+    assert comes_true(lambda: dhcp_client(names[-1]) in bed.journal.entries())
     for supplicant in supplicants.values():
         supplicant.kill()
 

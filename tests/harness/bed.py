@@ -2,39 +2,45 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """A daemon with all that surrounds it."""
 
+import os
 import shutil
+import signal
+import subprocess
 import tempfile
 from pathlib import Path
 
 from .bus import Bus
-from .daemon import Daemon
-from .journal import Journal
 from .supplicant import DIRECTORY, FakeSupplicant
 from .tools import FakeTools
 from .waiting import comes_true
 
+EXIT_WAIT = 15  # seconds; a supplicant that does not answer SAVE_CONFIG costs 10
+
+
+def request_line(command, outcome):
+    return f'QString WifiControl::ctrlRequest(const QString&) "{command}" {outcome}'
+
 
 class Bed:
-    """Bus, supplicant, tools and the daemon, which is started by the test. It has to end cleanly,
-    without a report of the sanitizers."""
+    """Bus, supplicant, tools and the daemon, which is started by the test. Whenever the daemon
+    ends, it has to end cleanly, without a report of the sanitizers."""
 
     def __init__(self, make_supplicant=FakeSupplicant):
         self.folder = Path(tempfile.mkdtemp())
-        self.journal = Journal(self.folder / "journal")
-        self.bus = Bus(self.journal)
-        self.tools = FakeTools(self.folder / "tools")
+        self.bus = Bus()
+        self.journal = self.bus.journal
+        self.tools = FakeTools(self.folder / "tools", self.journal)
         shutil.rmtree(DIRECTORY, ignore_errors=True)  # with what another test left there
         self.supplicant = make_supplicant(self.journal)
-        self.daemon = Daemon(self.folder / "log", {"PATH": str(self.tools.folder),
-                                                   "JOURNAL": str(self.journal.path)})
+        self.daemon = Daemon(self.folder / "log", {"PATH": str(self.tools.folder)})
 
     def __enter__(self):
         return self
 
     def __exit__(self, *_):
         try:
-            if self.daemon.is_running():
-                assert self.daemon.stop() == 0, self.daemon.log()
+            if self.daemon.process:
+                self.daemon.stop()
         finally:
             self.supplicant.kill()
             self.bus.close()
@@ -50,3 +56,34 @@ class Bed:
         """Waits until exactly this has happened, and takes it from the journal."""
         comes_true(lambda: self.journal.entries() == list(expected))
         assert self.journal.take() == list(expected)
+
+
+class Daemon:
+    def __init__(self, log_file, environment):
+        self.log_file = log_file
+        # A Qt that is built for it would send the log elsewhere when there is no terminal.
+        self.environment = environment | {"QT_FORCE_STDERR_LOGGING": "1"}
+        self.process = None
+
+    def start(self, *arguments):
+        if self.process:
+            self.exit_status()
+        with open(self.log_file, "wb") as log:
+            self.process = subprocess.Popen([os.environ["BXWIFID"], *arguments], stderr=log,
+                                            env=os.environ | self.environment)
+
+    def stop(self):
+        self.process.send_signal(signal.SIGTERM)  # which one that has ended does not get
+        return self.exit_status()
+
+    def exit_status(self):
+        status = self.process.wait(EXIT_WAIT)
+        assert status == 0 and "Sanitizer" not in self.log_file.read_text(), self.log()
+        return status
+
+    def log(self):
+        return self.log_file.read_text().splitlines()
+
+    def logs(self, line):
+        """Whether the log holds this line in time."""
+        return comes_true(lambda: line in self.log())

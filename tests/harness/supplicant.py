@@ -5,8 +5,6 @@
 import os
 import socket
 import threading
-import time
-from contextlib import suppress
 from pathlib import Path
 
 DIRECTORY = Path("/run/wpa_supplicant")
@@ -22,9 +20,6 @@ class FakeSupplicant:
         self.answers = {}
         # A test that holds it keeps the answers back.
         self.silence = threading.Lock()
-        # Seconds to wait with every command before it is written down. Signals take another road
-        # than commands: one that left the daemon before a command stands before it then.
-        self.pace = 0
         self.start()
 
     def answer(self, command, *datagrams):
@@ -33,9 +28,8 @@ class FakeSupplicant:
         self.answers[command] = datagrams
 
     def send_event(self, message):
-        """To every connection that was ever attached."""
-        for monitor in self.monitors:
-            self._send(message, monitor)
+        """To every connection that was ever attached. Whether it found room there."""
+        return any([self._send(message, monitor) for monitor in self.monitors])
 
     def start(self):
         DIRECTORY.mkdir(exist_ok=True)
@@ -62,7 +56,6 @@ class FakeSupplicant:
             command, client = self.socket.recvfrom(8192)
             if not client:  # killed
                 return
-            time.sleep(self.pace)
             command = command.decode(errors="surrogateescape")
             self.journal.append(command)
             with self.silence:
@@ -78,5 +71,7 @@ class FakeSupplicant:
 
     def _send(self, datagram, client):
         datagram = datagram.encode(errors="surrogateescape")
-        with suppress(OSError):  # a daemon that does not read must not stop the test
-            self.socket.sendto(datagram, socket.MSG_DONTWAIT, client)
+        try:
+            return self.socket.sendto(datagram, socket.MSG_DONTWAIT, client) >= 0
+        except OSError:  # a daemon that does not read must not stop the test
+            return False

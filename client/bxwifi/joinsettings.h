@@ -12,15 +12,22 @@
 namespace BxWifi
 {
 /// A network to join, and with what.
+///
+/// A join that fails goes back to the network that was joined before, with what the supplicant has
+/// stored for that one, and removes what cannot join: a network whose secret was refused. If that
+/// is the network that was joined before, given a new secret that turns out wrong, the former one
+/// is lost, as nobody can ask the supplicant for it.
 struct BXWIFI_EXPORT JoinSettings {
     QString ssid;                            ///< Name
     Security security = Security::Automatic; ///< How it is protected
     /// WPA passphrase or 64-digit key, WPA3 passphrase, WEP key or enterprise password. Empty for
     /// WPA and WEP: joined with what the supplicant has stored; the others take it every time.
     QString secret;
-    QString identity;                 ///< Enterprise user name
-    bool hidden = false;              ///< The network does not announce its name
-    std::chrono::seconds timeout{45}; ///< Until the address has to be there
+    QString identity;    ///< Enterprise user name
+    bool hidden = false; ///< The network does not announce its name
+    /// From one second to one day, for everything up to an address, scans included. Going back
+    /// after a failure takes up to 30 s more.
+    std::chrono::seconds timeout{45};
 
     /// Why this cannot work, in one sentence; empty when it can.
     QString problem() const;

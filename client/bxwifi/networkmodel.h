@@ -27,6 +27,8 @@ public:
         JoinedRole,              ///< "joined": whether this is the network of the moment
         KnownRole,               ///< "known": whether it was seen joined and not forgotten since;
                                  ///< the daemon does not tell what the supplicant has stored
+        AmbiguousRole,           ///< "ambiguous": whether access points under this name differ in
+                                 ///< how they are protected, so that joining has to say which
     };
     Q_ENUM(Role)
 
@@ -36,6 +38,9 @@ public:
 
     /// The network of a name; none of that name has an empty BSSID.
     WifiNetwork network(const QString &ssid) const;
+    /// How a network is protected, by all access points of its name; Automatic if there are several
+    /// kinds, or none in sight.
+    Security security(const QString &ssid) const;
 
     /// As in every model.
     int rowCount(const QModelIndex &parent = {}) const override;

@@ -12,6 +12,7 @@
 
 #include <QObject>
 
+#include <chrono>
 #include <memory>
 
 namespace BxWifi
@@ -26,7 +27,13 @@ using WiredReply = WifiReplyWith<WiredSettings>;
 ///
 /// Every method returns at once; the object it returns finishes with a result or an error and then
 /// deletes itself. Any number of clients may exist. The daemon may come, go and restart at any
-/// time: requests on their way fail with WifiReply::NoDaemon, and the object goes on.
+/// time: requests on their way fail with WifiReply::NoDaemon, and the object goes on. So may the
+/// system bus: with the next request, or poll, the object connects anew.
+///
+/// A client lives in the thread that made it, needs that thread's event loop, and is used from that
+/// thread alone. All signals come from the event loop; whoever hears one may delete the client. The
+/// structures that it hands out are part of the library's binary interface: they keep their fields
+/// as long as the library keeps its name.
 ///
 /// The daemon answers everybody at once. A request's answer is what the daemon said last before it
 /// was done with the request, so an answer to another client is not taken for one's own. Where the
@@ -35,7 +42,7 @@ using WiredReply = WifiReplyWith<WiredSettings>;
 /// moment; and joining may fail with the trouble of a network that another client joins just then.
 ///
 /// The properties follow what the daemon reports to any client. It does not report a connection
-/// that is lost: call status() from time to time to have them brought up to date.
+/// that is lost: with a poll interval the client asks from time to time.
 class BXWIFI_EXPORT WifiClient : public QObject
 {
     Q_OBJECT
@@ -44,6 +51,9 @@ class BXWIFI_EXPORT WifiClient : public QObject
     Q_PROPERTY(QString address READ address NOTIFY addressChanged)
     Q_PROPERTY(bool scanning READ isScanning NOTIFY scanningChanged)
     Q_PROPERTY(BxWifi::NetworkModel *networks READ networks CONSTANT)
+    /// In milliseconds.
+    Q_PROPERTY(
+        int pollInterval READ pollInterval_ms WRITE setPollInterval_ms NOTIFY pollIntervalChanged)
 
 public:
     /// What is known of the wireless connection.
@@ -79,11 +89,20 @@ public:
     bool isScanning() const;        ///< Whether a scan is going on, of any client
     NetworkModel *networks() const; ///< The networks of the last scan, as a model
 
+    /// How often the client asks for the state of the connection, never while a request of its own
+    /// is on its way. Zero, as at first: not at all.
+    std::chrono::milliseconds pollInterval() const;
+    void setPollInterval(std::chrono::milliseconds interval);
+
     /// Looks for networks; brings every access point found.
     Q_INVOKABLE BxWifi::ScanReply *scan();
-    /// Joins a network; brings the address. A secret replaces what is stored under the name.
+    /// Joins a network; brings the address. A secret replaces what is stored under the name. A join
+    /// that fails goes back first to the network that was joined before, see JoinSettings; its
+    /// error's text then ends with what became of the device. A further join of the same client
+    /// takes the place of one that is on its way, and goes back to where that one would have.
     BxWifi::AddressReply *connectTo(const JoinSettings &settings);
-    /// Joins a network in the way that it announces.
+    /// Joins a network in the way that it announces; refused if access points under this name
+    /// differ in that.
     Q_INVOKABLE BxWifi::AddressReply *connectTo(const QString &ssid, const QString &secret,
                                                 const QString &identity = {});
     /// Joins a network that does not announce its name, nor how it is protected.
@@ -113,10 +132,11 @@ public:
     Q_INVOKABLE BxWifi::WifiReply *setWiredDhcp(bool dhcp);
 
 signals:
-    void stateChanged();    ///< state() is another
-    void ssidChanged();     ///< ssid() is another
-    void addressChanged();  ///< address() is another
-    void scanningChanged(); ///< isScanning() is another
+    void stateChanged();        ///< state() is another
+    void ssidChanged();         ///< ssid() is another
+    void addressChanged();      ///< address() is another
+    void scanningChanged();     ///< isScanning() is another
+    void pollIntervalChanged(); ///< pollInterval() is another
 
     // What the daemon says, whoever asked.
 
@@ -138,6 +158,9 @@ signals:
     void dhcpReported(bool dhcp);
 
 private:
+    int pollInterval_ms() const;
+    void setPollInterval_ms(int interval);
+
     std::unique_ptr<WifiClientPrivate> d;
 };
 } // namespace BxWifi

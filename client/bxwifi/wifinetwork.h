@@ -13,6 +13,18 @@ namespace BxWifi
 {
 /// One access point that a scan found.
 struct BXWIFI_EXPORT WifiNetwork {
+    Q_GADGET
+    Q_PROPERTY(QString ssid MEMBER ssid)
+    Q_PROPERTY(QString bssid MEMBER bssid)
+    Q_PROPERTY(int signal MEMBER signal)
+    Q_PROPERTY(int frequency MEMBER frequency)
+    Q_PROPERTY(QString flags MEMBER flags)
+    Q_PROPERTY(BxWifi::Security security READ security)
+    Q_PROPERTY(int channel READ channel)
+    Q_PROPERTY(QString band READ band)
+    Q_PROPERTY(int bars READ bars)
+
+public:
     QString ssid;      ///< Empty for a hidden network. Bytes that are no UTF-8 show as U+FFFD
     QString bssid;     ///< Six hexadecimal bytes separated by colons
     int signal = 0;    ///< dBm
@@ -28,6 +40,9 @@ struct BXWIFI_EXPORT WifiNetwork {
     /// Strength of the signal in bars, 0 to 4.
     int bars() const;
 };
+
+/// By falling signal.
+BXWIFI_EXPORT QVector<WifiNetwork> bySignal(QVector<WifiNetwork> accessPoints);
 
 /// One entry per name, its strongest access point, by falling signal. Hidden ones are left out.
 BXWIFI_EXPORT QVector<WifiNetwork> strongestByName(QVector<WifiNetwork> accessPoints);

@@ -8,12 +8,18 @@
 #include <QObject>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 
 namespace BxWifi
 {
-/// One request on its way. Finishes exactly once, never before control has returned to the event
-/// loop, and deletes itself after finished() has been delivered.
+/// One request on its way. Finishes exactly once and deletes itself after finished() has been
+/// delivered. All its signals come from the event loop, so whoever hears them may do anything:
+/// start requests, delete this reply, others or the client.
+///
+/// Deleting a reply is allowed at any time: nobody is told how the request ends, and the calls that
+/// it has not made yet are not made. What the daemon was told already goes on; a join that is to be
+/// given up needs abort(), which goes back to the network that was joined before.
 class BXWIFI_EXPORT WifiReply : public QObject
 {
     Q_OBJECT
@@ -36,6 +42,8 @@ public:
         NoSupplicant,        ///< The daemon has no supplicant to talk to
         InvalidRequest,      ///< Refused before anything was sent
         Failed,              ///< Anything else
+        Aborted,             ///< abort() was called
+        Superseded,          ///< Another join of the same client took its place
     };
     Q_ENUM(Error)
 
@@ -46,6 +54,7 @@ public:
         Asking,      ///< Telling the daemon
         Associating, ///< The supplicant is at it
         Addressing,  ///< Joined, waiting for an address
+        Returning,   ///< Not joined; on the way back to the network that was joined before
     };
     Q_ENUM(Stage)
 
@@ -64,6 +73,11 @@ public:
     /// What a successful request brings, as the method that started it says; see WifiReplyWith.
     QVariant result() const;
 
+public slots:
+    /// Gives the request up: it finishes with Aborted. A join goes back to the network that was
+    /// joined before, and finishes when it is there, after 30 s, or with a second abort().
+    void abort();
+
 signals:
     /// It has come further.
     void stageChanged(BxWifi::WifiReply::Stage stage);
@@ -77,6 +91,8 @@ private:
     void setStage(Stage stage);
     void finish(const QVariant &result);
     void fail(Error error, const QString &text);
+    /// What abort() does in place of failing at once.
+    void setAbortHandler(std::function<void()> handler);
 
     struct Private;
     std::unique_ptr<Private> d;

@@ -17,6 +17,13 @@ struct BXWIFI_EXPORT WifiStatus {
     Q_PROPERTY(bool connected MEMBER connected)
     Q_PROPERTY(QString ssid MEMBER ssid)
     Q_PROPERTY(QString address MEMBER address)
+    Q_PROPERTY(QString bssid MEMBER bssid)
+    Q_PROPERTY(int frequency MEMBER frequency)
+    Q_PROPERTY(QString mode MEMBER mode)
+    Q_PROPERTY(QString pairwiseCipher MEMBER pairwiseCipher)
+    Q_PROPERTY(QString groupCipher MEMBER groupCipher)
+    Q_PROPERTY(QString keyManagement MEMBER keyManagement)
+    Q_PROPERTY(QString supplicantState MEMBER supplicantState)
 
 public:
     bool connected = false;  ///< Associated, keys in place

@@ -10,6 +10,7 @@
 namespace BxWifi
 {
 struct NetworkModel::Private {
+    QVector<WifiNetwork> accessPoints;
     QVector<WifiNetwork> rows;
     QString joined;
     QSet<QString> known;
@@ -25,6 +26,11 @@ NetworkModel::~NetworkModel() = default;
 WifiNetwork NetworkModel::network(const QString &ssid) const
 {
     return d->rows.value(rowOf(ssid));
+}
+
+Security NetworkModel::security(const QString &ssid) const
+{
+    return announcedSecurity(d->accessPoints, ssid);
 }
 
 int NetworkModel::rowCount(const QModelIndex &parent) const
@@ -53,6 +59,8 @@ QVariant NetworkModel::data(const QModelIndex &index, int role) const
         return network.ssid == d->joined;
     case KnownRole:
         return d->known.contains(network.ssid);
+    case AmbiguousRole:
+        return security(network.ssid) == Security::Automatic;
     default:
         return {};
     }
@@ -60,13 +68,15 @@ QVariant NetworkModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> NetworkModel::roleNames() const
 {
-    return {{SsidRole, "ssid"},         {SignalRole, "signal"}, {BarsRole, "bars"},
-            {SecurityRole, "security"}, {JoinedRole, "joined"}, {SecurityTextRole, "securityText"},
-            {KnownRole, "known"}};
+    return {{SsidRole, "ssid"},     {SignalRole, "signal"},
+            {BarsRole, "bars"},     {SecurityRole, "security"},
+            {JoinedRole, "joined"}, {SecurityTextRole, "securityText"},
+            {KnownRole, "known"},   {AmbiguousRole, "ambiguous"}};
 }
 
 void NetworkModel::setAccessPoints(const QVector<WifiNetwork> &accessPoints)
 {
+    d->accessPoints = accessPoints;
     const QVector<WifiNetwork> networks = strongestByName(accessPoints);
     removeMissing(networks);
     for (int row = 0; row < networks.size(); ++row)

@@ -3,6 +3,11 @@
 
 #include "ssid.h"
 
+#include <QTextCodec>
+
+#include <algorithm>
+#include <cctype>
+
 namespace BxWifi
 {
 namespace
@@ -25,6 +30,11 @@ QByteArray printedByte(char byte)
     return "\\x" + QByteArray(1, byte).toHex();
 }
 
+bool isHexDigit(char character)
+{
+    return std::isxdigit(static_cast<unsigned char>(character)) != 0;
+}
+
 /// The byte behind the backslash at `position`, which is moved to the escape's last character. What
 /// is no escape is kept: the daemon may have cut the text.
 char escapedByte(const QByteArray &printed, int &position)
@@ -36,11 +46,19 @@ char escapedByte(const QByteArray &printed, int &position)
             return escape.byte;
         }
     }
-    const QByteArray byte = QByteArray::fromHex(printed.mid(position + 2, 2));
-    if (letter != 'x' || byte.size() != 1)
+    const QByteArray digits = printed.mid(position + 2, 2);
+    const bool isHex = digits.size() == 2 && std::all_of(digits.begin(), digits.end(), isHexDigit);
+    if (letter != 'x' || !isHex)
         return '\\';
     position += 3;
-    return byte[0];
+    return QByteArray::fromHex(digits)[0];
+}
+
+/// Like QString::fromUtf8(), which drops a byte order mark in front.
+QString textOf(const QByteArray &utf8)
+{
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    return QTextCodec::codecForName("UTF-8")->toUnicode(utf8.constData(), utf8.size(), &state);
 }
 } // namespace
 
@@ -50,7 +68,12 @@ QString ssidOf(const QString &printed)
     QByteArray bytes;
     for (int position = 0; position < text.size(); ++position)
         bytes += text[position] == '\\' ? escapedByte(text, position) : text[position];
-    return QString::fromUtf8(bytes);
+    return textOf(bytes);
+}
+
+QString reportedSsid(QString ssid)
+{
+    return ssid.remove(QLatin1String("ssid="));
 }
 
 QString printedSsid(const QString &ssid)

@@ -16,4 +16,7 @@ QString ssidOf(const QString &printed);
 
 /// What the supplicant prints for an SSID.
 QString printedSsid(const QString &ssid);
+
+/// The name under which the daemon reports a joined network: without any "ssid=".
+QString reportedSsid(QString ssid);
 } // namespace BxWifi

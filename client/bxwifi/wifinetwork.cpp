@@ -54,10 +54,29 @@ int WifiNetwork::bars() const
                                           [this](int threshold) { return signal >= threshold; }));
 }
 
-QVector<WifiNetwork> strongestByName(QVector<WifiNetwork> accessPoints)
+Security announcedSecurity(const QVector<WifiNetwork> &accessPoints, const QString &ssid)
+{
+    QVector<Security> kinds;
+    for (const WifiNetwork &accessPoint : accessPoints) {
+        if (accessPoint.ssid == ssid && !kinds.contains(accessPoint.security()))
+            kinds.append(accessPoint.security());
+    }
+    // What cannot be joined does not matter beside what can, unless that is without protection.
+    if (kinds.size() > 1 && !kinds.contains(Security::Open))
+        kinds.removeOne(Security::Unsupported);
+    return kinds.size() == 1 ? kinds.constFirst() : Security::Automatic;
+}
+
+QVector<WifiNetwork> bySignal(QVector<WifiNetwork> accessPoints)
 {
     std::stable_sort(accessPoints.begin(), accessPoints.end(),
                      [](const auto &a, const auto &b) { return a.signal > b.signal; });
+    return accessPoints;
+}
+
+QVector<WifiNetwork> strongestByName(QVector<WifiNetwork> accessPoints)
+{
+    accessPoints = bySignal(std::move(accessPoints));
     QVector<WifiNetwork> networks;
     QSet<QString> names;
     for (const WifiNetwork &accessPoint : qAsConst(accessPoints)) {

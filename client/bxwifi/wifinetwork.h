@@ -41,6 +41,11 @@ public:
     int bars() const;
 };
 
+/// How a network is protected, by all access points of its name; Automatic if there are several
+/// kinds, so that one might pass for the other, or none.
+BXWIFI_EXPORT Security announcedSecurity(const QVector<WifiNetwork> &accessPoints,
+                                         const QString &ssid);
+
 /// By falling signal.
 BXWIFI_EXPORT QVector<WifiNetwork> bySignal(QVector<WifiNetwork> accessPoints);
 

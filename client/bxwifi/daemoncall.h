@@ -18,6 +18,7 @@ struct DaemonCall {
     QVariantList arguments;
     int timeout_ms;
 
+    /// Of one of the networks that are stored by a name.
     bool isRemoval() const { return method == QLatin1String("removeRequest"); }
 
     static DaemonCall scan() { return call("scanRequest", within(1, 0)); }

@@ -19,6 +19,15 @@ namespace BxWifi
 {
 namespace
 {
+// More networks than anybody stores by one name. A supplicant that cannot save reads each of them
+// back after its removal.
+constexpr int mostRemovals = 20;
+
+QString busName()
+{
+    return QStringLiteral("bxwifi");
+}
+
 QString service()
 {
     return QStringLiteral("com.brelvix.bxwifid");
@@ -65,10 +74,20 @@ WiredSettings wiredOf(const BXStatic &record)
 
 // A connection apart from the one that Qt shares: that one holds signals back until the event loop
 // runs, but not replies, so that the first calls would end before their answers came.
-DaemonLink::DaemonLink(QObject *parent)
-    : QObject(parent),
-      bus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("bxwifi")))
+DaemonLink::DaemonLink(QObject *parent) : QObject(parent), bus(busName())
 {
+    open();
+}
+
+DaemonLink::~DaemonLink() = default;
+
+void DaemonLink::open()
+{
+    if (!QDBusConnection(busName()).isConnected()) // Qt keeps one that has failed
+        QDBusConnection::disconnectFromBus(busName());
+    bus = QDBusConnection::connectToBus(QDBusConnection::SystemBus, busName());
+    if (!bus.isConnected())
+        return;
     const auto listen = [this](const char *signal, const char *slot) {
         bus.connect(service(), QStringLiteral("/"), service(), QLatin1String(signal), this, slot);
     };
@@ -80,16 +99,32 @@ DaemonLink::DaemonLink(QObject *parent)
     listen("ipResult", SLOT(onIpResult(QString)));
     listen("staticResult", SLOT(onStaticResult(QByteArray)));
     listen("dynamicResult", SLOT(onDynamicResult(bool)));
+    // What the bus library itself says when the bus ends.
+    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                SLOT(onBusLost()));
 
-    auto *watcher =
-        new QDBusServiceWatcher(service(), bus, QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString &, const QString &, const QString &owner) {
+    owner = std::make_unique<QDBusServiceWatcher>(service(), bus,
+                                                  QDBusServiceWatcher::WatchForOwnerChange);
+    connect(owner.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &now) {
                 // A change from one owner to the next is a restart: it is gone first.
                 setAvailable(false);
-                setAvailable(!owner.isEmpty());
+                setAvailable(!now.isEmpty());
             });
-    available = bus.interface() && bus.interface()->isServiceRegistered(service()).value();
+    setAvailable(bus.interface()->isServiceRegistered(service()).value());
+}
+
+bool DaemonLink::reopen()
+{
+    if (!bus.isConnected())
+        open();
+    return available;
+}
+
+void DaemonLink::onBusLost()
+{
+    setAvailable(false);
 }
 
 void DaemonLink::setAvailable(bool nowAvailable)
@@ -100,8 +135,14 @@ void DaemonLink::setAvailable(bool nowAvailable)
     emit availableChanged(available);
 }
 
+QString DaemonLink::noSupplicant()
+{
+    return tr("the daemon has no supplicant to talk to");
+}
+
 void DaemonLink::call(const DaemonCall &call, QObject *context, const AnswerHandler &done)
 {
+    reopen();
     QDBusMessage message =
         QDBusMessage::createMethodCall(service(), QStringLiteral("/"), service(), call.method);
     message.setArguments(call.arguments);
@@ -122,29 +163,71 @@ void DaemonLink::call(const DaemonCall &call, QObject *context, const AnswerHand
     });
 }
 
+void DaemonLink::askStatus(QObject *context, const AnswerHandler &done)
+{
+    call(DaemonCall::fullStatus(), context, [=](const Answer &full) {
+        if (full.error != WifiReply::NoError) {
+            done(full);
+            return;
+        }
+        call(DaemonCall::ssid(), context, [=](const Answer &named) {
+            Answer whole = named;
+            whole.status = full.status.value_or(WifiStatus());
+            whole.status->ssid = named.ssid.value_or(QString());
+            done(whole);
+        });
+    });
+}
+
+void DaemonLink::removeAll(const DaemonCall &removal, QObject *context, const AnswerHandler &done)
+{
+    removeMore(removal, 0, context, done);
+}
+
+/// One after the other, as there may be several by a name.
+void DaemonLink::removeMore(const DaemonCall &removal, int removed, QObject *context,
+                            const AnswerHandler &done)
+{
+    call(removal, context, [=](const Answer &answer) {
+        Answer last = answer;
+        if (answer.removed && removed < mostRemovals) {
+            removeMore(removal, removed + 1, context, done);
+            return;
+        }
+        if (answer.removed) {
+            last.error = WifiReply::Failed;
+            last.errorText = tr("removed, but back each time: the supplicant cannot save its "
+                                "configuration; look whether the file system under /prefs is full "
+                                "or read-only");
+        }
+        last.removed = removed > 0;
+        done(last);
+    });
+}
+
 void DaemonLink::setError(Answer &answer, const QDBusError &error) const
 {
     switch (error.type()) {
     case QDBusError::NoServer:
     case QDBusError::Disconnected:
         answer.error = WifiReply::NoDaemon;
-        answer.errorText = QStringLiteral("cannot reach the system bus");
+        answer.errorText = tr("cannot reach the system bus");
         return;
     case QDBusError::ServiceUnknown:
         answer.error = WifiReply::NoDaemon;
-        answer.errorText = QStringLiteral("the daemon bxwifid is not running");
+        answer.errorText = tr("the daemon bxwifid is not running");
         return;
     case QDBusError::AccessDenied:
         answer.error = WifiReply::Denied;
-        answer.errorText = QStringLiteral("this user may not call the daemon bxwifid");
+        answer.errorText = tr("this user may not call the daemon bxwifid");
         return;
     case QDBusError::NoReply:
     case QDBusError::Timeout:
     case QDBusError::TimedOut:
         // The bus also says "no reply" when the daemon ends during the call.
         answer.error = available ? WifiReply::TimedOut : WifiReply::NoDaemon;
-        answer.errorText = available ? QStringLiteral("the daemon bxwifid did not answer in time")
-                                     : QStringLiteral("the daemon bxwifid went away");
+        answer.errorText = available ? tr("the daemon bxwifid did not answer in time")
+                                     : tr("the daemon bxwifid went away");
         return;
     default: // among them those of a bus that failed to start the daemon
         answer.error = available ? WifiReply::Failed : WifiReply::NoDaemon;

@@ -19,6 +19,7 @@
 #include <vector>
 
 class QDBusError;
+class QDBusServiceWatcher;
 
 namespace BxWifi
 {
@@ -36,11 +37,6 @@ struct Answer {
 
     bool isWithoutSupplicant() const { return status && status->supplicantState.isEmpty(); }
 };
-/// The error text for that.
-inline QString noSupplicant()
-{
-    return QStringLiteral("the daemon has no supplicant to talk to");
-}
 using AnswerHandler = std::function<void(const Answer &)>;
 
 /// The daemon as seen over the system bus: its signals decoded, its methods called.
@@ -49,10 +45,20 @@ class DaemonLink : public QObject
     Q_OBJECT
 public:
     explicit DaemonLink(QObject *parent);
+    ~DaemonLink() override;
 
     bool isAvailable() const { return available; }
+    /// The same, after connecting to the bus anew if it was lost.
+    bool reopen();
     /// Calls and hands over the answer, unless `context` is gone by then.
     void call(const DaemonCall &call, QObject *context, const AnswerHandler &done);
+    /// Asks for the full status, and for the whole name of the network, which the status lacks.
+    void askStatus(QObject *context, const AnswerHandler &done);
+    /// Makes a removal until nothing is left to remove; the answer tells whether anything was.
+    void removeAll(const DaemonCall &removal, QObject *context, const AnswerHandler &done);
+
+    /// The error text for an answer that is without supplicant.
+    static QString noSupplicant();
 
 signals:
     void availableChanged(bool available);
@@ -73,14 +79,19 @@ private slots:
     void onIpResult(const QString &ip);
     void onStaticResult(const QByteArray &info);
     void onDynamicResult(bool dynamic);
+    void onBusLost();
 
 private:
+    void open();
+    void removeMore(const DaemonCall &removal, int removed, QObject *context,
+                    const AnswerHandler &done);
     void setAvailable(bool nowAvailable);
     void setError(Answer &answer, const QDBusError &error) const;
     /// Notes something in the answer of every call on its way.
     void note(const std::function<void(Answer &)> &enter);
 
     QDBusConnection bus;
+    std::unique_ptr<QDBusServiceWatcher> owner;
     bool available = false;
     std::vector<std::weak_ptr<Answer>> answers; ///< of the calls on their way
 };

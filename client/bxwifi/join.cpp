@@ -3,7 +3,8 @@
 
 #include "join.h"
 
-#include <QTimer>
+#include "ssid.h"
+#include "wificlientprivate.h"
 
 #include <utility>
 
@@ -11,135 +12,262 @@ namespace BxWifi
 {
 namespace
 {
-// The daemon refreshes the address 600 ms after it has said that it is connected, and answers
-// nothing during the refresh. What it answers to a question asked later is the new address.
-constexpr int addressDelay_ms = 800;
-
-/// The daemon takes every "ssid=" out of the name that it reports.
-QString reportedName(QString ssid)
-{
-    return ssid.remove(QLatin1String("ssid="));
-}
+constexpr std::chrono::seconds returnTimeout{30};
 } // namespace
 
-Join::Join(DaemonLink &daemon, JoinSettings wanted, WifiReply &pending)
-    : QObject(&pending), link(daemon), settings(std::move(wanted)), reply(pending)
+Join::Join(WifiClientPrivate &owner, JoinSettings wanted, WifiReply &pending)
+    : QObject(&pending), client(owner), settings(std::move(wanted)), reply(pending)
 {
+    limit.setSingleShot(true);
+    limit.setInterval(settings.timeout);
+    connect(&limit, &QTimer::timeout, this, [this] { giveUp(WifiReply::TimedOut, timeOutText()); });
+    limitBack.setSingleShot(true);
+    limitBack.setInterval(returnTimeout);
+    connect(&limitBack, &QTimer::timeout, this, [this] { settle(); });
+    reply.setAbortHandler([this] { abort(); });
 }
 
 void Join::start()
 {
-    calls = joinPlan(settings);
-    reply.setStage(WifiReply::Asking);
-    QTimer::singleShot(settings.timeout, this, [this] { timeOut(); });
-    next({});
+    limit.start();
+    client.link.askStatus(phase.get(), [this](const Answer &answer) { note(answer); });
 }
 
-void Join::next(const Answer &answer)
+void Join::startAfter(const Heritage &heritage)
+{
+    if (!heritage.before) {
+        start();
+        return;
+    }
+    limit.start();
+    before = heritage.before;
+    isDisturbed = heritage.isDisturbed;
+    if (heritage.leftover.isEmpty() || heritage.leftover == settings.ssid)
+        findSecurity();
+    else
+        client.link.removeAll(DaemonCall::remove(printedSsid(heritage.leftover)), phase.get(),
+                              [this](const Answer &) { findSecurity(); });
+}
+
+Join::Heritage Join::giveWay()
+{
+    const bool isReturning = failure.error != WifiReply::NoError;
+    failure = {WifiReply::Superseded, tr("another network was asked for meanwhile")};
+    const bool leaves = !isReturning && isToBeRemoved();
+    const Heritage heritage{before, leaves ? settings.ssid : QString(), isDisturbed};
+    reply.fail(failure.error, failure.text);
+    end();
+    return heritage;
+}
+
+void Join::note(const Answer &answer)
 {
     if (answer.error != WifiReply::NoError) {
-        fail(answer);
-    } else if (calls.isEmpty()) {
-        follow();
+        giveUp(answer.error, answer.errorText);
+    } else if (answer.isWithoutSupplicant()) {
+        giveUp(WifiReply::NoSupplicant, DaemonLink::noSupplicant());
     } else {
-        const DaemonCall call = calls.takeFirst();
-        link.call(call, this, [this, call](const Answer &reached) {
-            if (call.isRemoval() && reached.removed)
-                calls.prepend(call); // there may be more by that name
-            next(reached);
+        before = answer.status->connected ? *answer.status : WifiStatus();
+        before->ssid = client.wholeName(before->ssid);
+        findSecurity();
+    }
+}
+
+/// In the way that the last scan, or failing that a new one, says.
+void Join::findSecurity()
+{
+    if (settings.security != Security::Automatic) {
+        tryIt();
+    } else if (!client.model.network(settings.ssid).bssid.isEmpty()) {
+        takeAnnounced();
+    } else {
+        reply.setStage(WifiReply::Scanning);
+        client.scan(phase.get(), [this](const Answer &answer) {
+            if (answer.error != WifiReply::NoError)
+                giveUp(answer.error, answer.errorText);
+            else
+                takeAnnounced();
         });
     }
 }
 
-// Only from here on: what was reported earlier was about the network before.
-void Join::follow()
+void Join::takeAnnounced()
 {
-    reply.setStage(WifiReply::Associating);
-    connect(&link, &DaemonLink::statusMessage, this, &Join::onStatus);
-    link.call(DaemonCall::fullStatus(), this, [this](const Answer &answer) {
-        if (answer.isWithoutSupplicant())
-            reply.fail(WifiReply::NoSupplicant, noSupplicant());
-    });
+    settings.security = client.model.security(settings.ssid);
+    const QString problem = settings.problem();
+    if (client.model.network(settings.ssid).bssid.isEmpty())
+        giveUp(WifiReply::NotFound, tr("no such network in sight"));
+    else if (settings.security == Security::Automatic)
+        giveUp(WifiReply::InvalidRequest,
+               tr("several kinds of protection under this name; say which"));
+    else if (!problem.isEmpty())
+        giveUp(WifiReply::InvalidRequest, problem);
+    else
+        tryIt();
 }
 
-void Join::onStatus(Status::Code status)
+void Join::tryIt()
 {
-    switch (status) {
-    case Status::Connected:
-        if (!isConfirming)
-            QTimer::singleShot(addressDelay_ms, this, [this] { confirm(); });
-        isConfirming = true;
+    client.setJoining(true);
+    isDisturbed = true;
+    attempt = std::make_unique<Attempt>(
+        client.link, joinPlan(settings), Attempt::Believed,
+        Attempt::Handlers{[this](WifiReply::Stage stage) { reply.setStage(stage); },
+                          [this](const Attempt::Result &result) {
+                              ended(result);
+                          }});
+    attempt->start();
+}
+
+void Join::ended(const Attempt::Result &result)
+{
+    if (result.error != WifiReply::NoError) {
+        giveUp(result.error, result.text);
         return;
-    case Status::WrongKey:
-        reply.fail(WifiReply::WrongKey, QStringLiteral("wrong passphrase or key"));
+    }
+    client.joined = settings;
+    reply.finish(result.text);
+    end();
+}
+
+void Join::abort()
+{
+    if (failure.error == WifiReply::NoError)
+        giveUp(WifiReply::Aborted, tr("given up"));
+    else
+        settle();
+}
+
+/// Leaves nothing behind that would never join: it would compete with what does.
+void Join::giveUp(WifiReply::Error error, const QString &text)
+{
+    failure = {error, text};
+    limit.stop();
+    phase = std::make_unique<QObject>();
+    if (!isDisturbed || error == WifiReply::NoDaemon) {
+        finish({});
         return;
-    case Status::TemporarilyDisabled:
-        failDisabled();
-        return;
-    case Status::SupplicantExiting:
-        reply.fail(WifiReply::NoSupplicant, QStringLiteral("the supplicant has ended"));
-        return;
-    case Status::NotConnected:
-    case Status::ScanStarted:
-    case Status::ScanDelivered:
-    case Status::ConnectionRequested:
-    case Status::NetworkRemoved:
-        return;
+    }
+    if (attempt)
+        attempt->stop();
+    if (isToBeRemoved())
+        client.link.removeAll(DaemonCall::remove(printedSsid(settings.ssid)), phase.get(),
+                              [this](const Answer &) { goBack(); });
+    else
+        goBack();
+}
+
+/// A network that was only out of reach stays, and so does what was stored before this join.
+bool Join::isToBeRemoved() const
+{
+    if (!attempt || !attempt->hasStored())
+        return false;
+    switch (failure.error) {
+    case WifiReply::NotFound: // nothing was stored for it
+        return true;
+    case WifiReply::WrongKey:
+        return !attempt->takesStored();
+    case WifiReply::Aborted:
+    case WifiReply::Superseded:
+        return !attempt->takesStored() && !attempt->hadStored();
+    default: // the daemon does not save a login, but going back would
+        return settings.security == Security::Enterprise;
     }
 }
 
-/// Only WPA and WPA2 tell a wrong key from other reasons.
-void Join::failDisabled()
+void Join::goBack()
 {
-    if (settings.security == Security::Enterprise)
-        reply.fail(WifiReply::WrongKey, QStringLiteral("identity or password refused"));
-    else if (settings.security == Security::Wpa3)
-        reply.fail(WifiReply::WrongKey, QStringLiteral("refused; most likely a wrong passphrase"));
+    if (before->ssid.isEmpty()) {
+        settle();
+        return;
+    }
+    reply.setStage(WifiReply::Returning);
+    limitBack.start();
+    if (const std::optional<JoinPlan> plan = wayBack()) {
+        tryBack(*plan);
+    } else {
+        hindrance = before->ssid == settings.ssid
+                        ? tr("its former key is lost")
+                        : tr("%1 takes its secret each time").arg(before->ssid);
+        settle();
+    }
+}
+
+std::optional<JoinPlan> Join::wayBack() const
+{
+    const bool isReplaced = attempt && before->ssid == settings.ssid && !attempt->takesStored();
+    const std::optional<JoinPlan> storedWay = returnPlan(*before);
+    if (storedWay && !isReplaced)
+        return storedWay;
+    if (client.joined && client.joined->ssid == before->ssid)
+        return joinPlan(*client.joined);
+    if (isReplaced && !isToBeRemoved()) // the supplicant goes on trying
+        return JoinPlan{settings.ssid, settings.security, true, {}};
+    return std::nullopt;
+}
+
+void Join::tryBack(const JoinPlan &plan)
+{
+    attempt = std::make_unique<Attempt>(client.link, plan, Attempt::Ignored,
+                                        Attempt::Handlers{[](WifiReply::Stage) {},
+                                                          [this](const Attempt::Result &result) {
+                                                              endedBack(result);
+                                                          }});
+    attempt->start();
+}
+
+void Join::endedBack(const Attempt::Result &result)
+{
+    if (result.error == WifiReply::NotFound) // it was joined without being stored by its name
+        client.link.removeAll(DaemonCall::remove(printedSsid(before->ssid)), phase.get(),
+                              [this](const Answer &) { settle(); });
     else
-        reply.fail(WifiReply::TemporarilyDisabled,
-                   QStringLiteral("the supplicant gave the network up for now"));
+        settle();
 }
 
-void Join::confirm()
+void Join::settle()
 {
-    link.call(DaemonCall::ssid(), this, [this](const Answer &answer) {
-        if (answer.error != WifiReply::NoError) {
-            fail(answer);
-        } else if (answer.ssid != reportedName(settings.ssid)) {
-            isConfirming = false; // another network, joined on the way
-        } else {
-            reply.setStage(WifiReply::Addressing);
-            link.call(DaemonCall::address(), this,
-                      [this](const Answer &last) { takeAddress(last); });
-        }
-    });
+    limitBack.stop();
+    if (attempt)
+        attempt->stop();
+    phase = std::make_unique<QObject>();
+    client.setJoining(false);
+    client.link.askStatus(phase.get(), [this](const Answer &answer) { finish(answer); });
 }
 
-void Join::takeAddress(const Answer &answer)
+void Join::finish(const Answer &answer)
 {
-    const QString address = answer.address.value_or(QString());
-    if (answer.error != WifiReply::NoError)
-        fail(answer);
-    else if (!address.isEmpty())
-        reply.finish(address);
-    else if (settings.security == Security::Wep)
-        reply.fail(WifiReply::NoAddress,
-                   QStringLiteral("joined, but no address came; a wrong WEP key looks like that"));
-    else
-        reply.fail(WifiReply::NoAddress, QStringLiteral("joined, but no address came"));
+    QStringList text{failure.text};
+    if (!hindrance.isEmpty())
+        text << hindrance;
+    const WifiStatus now = answer.status.value_or(WifiStatus());
+    if (isDisturbed && !before->ssid.isEmpty() && answer.error == WifiReply::NoError)
+        text << (now.connected ? tr("back in %1").arg(now.ssid)
+                               : tr("the device is in no network now"));
+    reply.fail(failure.error, text.join(QStringLiteral("; ")));
+    end();
 }
 
-void Join::fail(const Answer &answer)
+/// The reply deletes it, but only after others have heard of the end.
+void Join::end()
 {
-    reply.fail(answer.error, answer.errorText);
+    if (client.currentJoin == this)
+        client.currentJoin.clear();
+    client.setJoining(false);
+    limit.stop();
+    limitBack.stop();
+    phase.reset();
+    if (attempt)
+        attempt->stop();
 }
 
-void Join::timeOut()
+QString Join::timeOutText() const
 {
-    QString text = QStringLiteral("not joined within %1 s").arg(settings.timeout.count());
-    if (settings.security == Security::Wpa3)
-        text += QStringLiteral("; the passphrase may be wrong, or the supplicant's configuration "
-                               "file may lack the line pmf=1, which WPA3 needs");
-    reply.fail(WifiReply::TimedOut, text);
+    const QString text =
+        tr("not joined within %1 s").arg(static_cast<qint64>(settings.timeout.count()));
+    if (settings.security != Security::Wpa3)
+        return text;
+    return text + tr("; the passphrase may be wrong, or the supplicant's configuration file may "
+                     "lack the line pmf=1, which WPA3 needs");
 }
 } // namespace BxWifi

@@ -3,36 +3,65 @@
 
 #pragma once
 
-#include "daemonlink.h"
-#include "joinplan.h"
+#include "attempt.h"
+#include "wifistatus.h"
 
+#include <QCoreApplication>
 #include <QObject>
+#include <QTimer>
 
 namespace BxWifi
 {
-/// Joins one network: makes the calls of its plan, then follows what the supplicant reports until
-/// there is an address or a failure. The reply's value is the address.
+class WifiClientPrivate;
+
+/// Joins one network, and goes back to the one that was joined before if that fails.
 class Join : public QObject
 {
+    Q_DECLARE_TR_FUNCTIONS(BxWifi::Join)
 public:
+    /// What a join that takes the place of another one inherits from it.
+    struct Heritage {
+        std::optional<WifiStatus> before; ///< What was joined when the first of them began
+        QString leftover;                 ///< Name of a network to remove, as it is to be given up
+        bool isDisturbed;                 ///< Whether the daemon was told to join
+    };
+
     /// Lives as long as the reply.
-    Join(DaemonLink &link, JoinSettings settings, WifiReply &reply);
+    Join(WifiClientPrivate &client, JoinSettings settings, WifiReply &reply);
+
     void start();
+    /// Ends this join for the sake of another one.
+    Heritage giveWay();
+    void startAfter(const Heritage &heritage);
 
 private:
-    void next(const Answer &answer);
-    void follow();
-    void onStatus(Status::Code status);
-    void failDisabled();
-    void confirm();
-    void takeAddress(const Answer &answer);
-    void fail(const Answer &answer);
-    void timeOut();
+    void note(const Answer &answer);
+    void findSecurity();
+    void takeAnnounced();
+    void tryIt();
+    void ended(const Attempt::Result &result);
+    void abort();
+    void giveUp(WifiReply::Error error, const QString &text);
+    bool isToBeRemoved() const;
+    void goBack();
+    void tryBack(const JoinPlan &plan);
+    void endedBack(const Attempt::Result &result);
+    std::optional<JoinPlan> wayBack() const;
+    void settle();
+    void finish(const Answer &answer);
+    void end();
+    QString timeOutText() const;
 
-    DaemonLink &link;
+    WifiClientPrivate &client;
     JoinSettings settings;
     WifiReply &reply;
-    QVector<DaemonCall> calls; ///< that are still to be made
-    bool isConfirming = false;
+    std::optional<WifiStatus> before; ///< Once it is known
+    bool isDisturbed = false;         ///< The connection, by this join or one whose place it took
+    std::unique_ptr<Attempt> attempt;
+    Attempt::Result failure{WifiReply::NoError, {}};
+    QString hindrance; ///< Why there is no way back
+    QTimer limit;
+    QTimer limitBack;
+    std::unique_ptr<QObject> phase = std::make_unique<QObject>(); ///< Of all that is waited for
 };
 } // namespace BxWifi

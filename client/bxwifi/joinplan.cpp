@@ -5,6 +5,7 @@
 
 #include "ssid.h"
 #include "support/psk.h"
+#include "wifistatus.h"
 
 #include <QRegularExpression>
 
@@ -90,18 +91,9 @@ QVector<DaemonCall> manualCalls(const JoinSettings &settings)
     }
     return {};
 }
-} // namespace
 
-bool isPsk(const QString &secret)
+QVector<DaemonCall> newCalls(const JoinSettings &settings)
 {
-    static const QRegularExpression psk(QStringLiteral("\\A[0-9A-Fa-f]{64}\\z"));
-    return psk.match(secret).hasMatch();
-}
-
-QVector<DaemonCall> joinPlan(const JoinSettings &settings)
-{
-    if (settings.security != Security::Open && settings.secret.isEmpty())
-        return {storedJoinCall(settings, {})};
     // A new start each time: a stored network keeps settings of the way that it came by, is not
     // found if its name is printed escaped, and is doubled when set up by hand.
     const QVector<DaemonCall> start{DaemonCall::remove(printedSsid(settings.ssid))};
@@ -110,5 +102,31 @@ QVector<DaemonCall> joinPlan(const JoinSettings &settings)
     if (!settings.hidden && settings.security == Security::Wpa)
         return start + QVector<DaemonCall>{newJoinCall(settings, keyOf(settings))};
     return start + manualCalls(settings);
+}
+} // namespace
+
+bool isPsk(const QString &secret)
+{
+    static const QRegularExpression psk(QStringLiteral("\\A[0-9A-Fa-f]{64}\\z"));
+    return psk.match(secret).hasMatch();
+}
+
+JoinPlan joinPlan(const JoinSettings &settings)
+{
+    const bool takesStored = settings.security != Security::Open && settings.secret.isEmpty();
+    return {settings.ssid, settings.security, takesStored,
+            takesStored ? QVector<DaemonCall>{storedJoinCall(settings, {})} : newCalls(settings)};
+}
+
+std::optional<JoinPlan> returnPlan(const WifiStatus &joined)
+{
+    const bool isPlain = joined.keyManagement == QLatin1String("NONE");
+    if (!isPlain && joined.keyManagement != QLatin1String("WPA2-PSK") &&
+        joined.keyManagement != QLatin1String("WPA-PSK"))
+        return std::nullopt;
+    JoinSettings settings;
+    settings.ssid = joined.ssid;
+    settings.security = isPlain ? Security::Open : Security::Wpa;
+    return JoinPlan{settings.ssid, settings.security, true, {storedJoinCall(settings, {})}};
 }
 } // namespace BxWifi

@@ -5,6 +5,8 @@
 
 #include "joinplan.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace BxWifi
@@ -12,15 +14,20 @@ namespace BxWifi
 namespace
 {
 constexpr int longestSsid = 32; // bytes, IEEE 802.11
+constexpr std::chrono::hours longestTimeout{24};
+
+struct Problem {
+    Q_DECLARE_TR_FUNCTIONS(BxWifi::JoinSettings)
+};
 
 QString ssidProblem(const QString &ssid)
 {
     if (ssid.isEmpty())
-        return QStringLiteral("the name of the network is empty");
+        return Problem::tr("the name of the network is empty");
     if (ssid.toUtf8().size() > longestSsid)
-        return QStringLiteral("the name of a network has at most %1 bytes").arg(longestSsid);
+        return Problem::tr("the name of a network has at most %1 bytes").arg(longestSsid);
     if (ssid.contains(QChar::ReplacementCharacter) || ssid.contains(QChar::Null))
-        return QStringLiteral("the daemon cannot pass on a name that is not UTF-8 text");
+        return Problem::tr("the daemon cannot pass on a name that is not UTF-8 text");
     return {};
 }
 
@@ -35,12 +42,12 @@ QString passphraseProblem(const JoinSettings &settings)
     if (isPsk(settings.secret)) {
         return settings.security == Security::Wpa
                    ? QString()
-                   : QStringLiteral("WPA3 takes a passphrase, not a 64-digit key");
+                   : Problem::tr("WPA3 takes a passphrase, not a 64-digit key");
     }
     const int length = settings.secret.toUtf8().size();
     if (length >= shortestPassphrase && length <= longestPassphrase)
         return {};
-    return QStringLiteral("a passphrase has %1 to %2 characters, a key 64 hexadecimal digits")
+    return Problem::tr("a passphrase has %1 to %2 characters, a key 64 hexadecimal digits")
         .arg(shortestPassphrase)
         .arg(longestPassphrase);
 }
@@ -50,14 +57,14 @@ QString secretProblem(const JoinSettings &settings)
     const int length = settings.secret.toUtf8().size();
     switch (settings.security) {
     case Security::Automatic:
-        return settings.hidden ? QStringLiteral("a hidden network does not say how it is protected")
+        return settings.hidden ? Problem::tr("a hidden network does not say how it is protected")
                                : QString();
     case Security::Open:
-        return length == 0 ? QString() : QStringLiteral("an open network takes no passphrase");
+        return length == 0 ? QString() : Problem::tr("an open network takes no passphrase");
     case Security::Wep:
         return length == 0 || length == 5 || length == 13
                    ? QString()
-                   : QStringLiteral("a WEP key has 5 or 13 characters");
+                   : Problem::tr("a WEP key has 5 or 13 characters");
     case Security::Wpa:
         return length == 0 ? QString() : passphraseProblem(settings);
     case Security::Wpa3:
@@ -65,9 +72,9 @@ QString secretProblem(const JoinSettings &settings)
     case Security::Enterprise:
         return length > 0 && !settings.identity.isEmpty()
                    ? QString()
-                   : QStringLiteral("an enterprise network takes an identity and a password");
+                   : Problem::tr("an enterprise network takes an identity and a password");
     case Security::Unsupported:
-        return QStringLiteral("the network is protected in a way that the daemon cannot join");
+        return Problem::tr("the network is protected in a way that the daemon cannot join");
     }
     return {};
 }
@@ -78,8 +85,10 @@ QString JoinSettings::problem() const
     QString nameProblem = ssidProblem(ssid);
     if (!nameProblem.isEmpty())
         return nameProblem;
+    if (timeout < std::chrono::seconds(1) || timeout > longestTimeout)
+        return Problem::tr("a time limit is one second to one day");
     if (hasControlCharacter(secret + identity))
-        return QStringLiteral("control characters in a passphrase, password or identity");
+        return Problem::tr("control characters in a passphrase, password or identity");
     return secretProblem(*this);
 }
 } // namespace BxWifi

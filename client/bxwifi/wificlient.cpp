@@ -63,21 +63,49 @@ NetworkModel *WifiClient::networks() const
     return &d->model;
 }
 
+std::chrono::milliseconds WifiClient::pollInterval() const
+{
+    return std::chrono::milliseconds(pollInterval_ms());
+}
+
+void WifiClient::setPollInterval(std::chrono::milliseconds interval)
+{
+    setPollInterval_ms(static_cast<int>(interval.count()));
+}
+
+int WifiClient::pollInterval_ms() const
+{
+    return d->pollTimer.isActive() ? d->pollTimer.interval() : 0;
+}
+
+void WifiClient::setPollInterval_ms(int interval)
+{
+    if (interval == pollInterval_ms())
+        return;
+    if (interval > 0)
+        d->pollTimer.start(interval);
+    else
+        d->pollTimer.stop();
+    emit pollIntervalChanged();
+}
+
 ScanReply *WifiClient::scan()
 {
     auto *reply = new ScanReply(this);
     reply->setStage(WifiReply::Scanning);
-    d->scan(reply, [=] { reply->finish(QVariant::fromValue(d->accessPoints)); });
+    d->scan(reply, [=](const Answer &answer) {
+        if (answer.error == WifiReply::NoError)
+            reply->finish(QVariant::fromValue(d->accessPoints));
+        else
+            reply->fail(answer.error, answer.errorText);
+    });
     return reply;
 }
 
 AddressReply *WifiClient::connectTo(const JoinSettings &settings)
 {
     auto *reply = new AddressReply(this);
-    if (settings.security == Security::Automatic && !settings.hidden)
-        d->joinAnnounced(reply, settings);
-    else
-        d->join(reply, settings);
+    d->join(reply, settings);
     return reply;
 }
 
@@ -106,26 +134,26 @@ AddressReply *WifiClient::connectToHidden(const QString &ssid, Security security
 WifiReply *WifiClient::disconnectFromNetwork()
 {
     auto *reply = new WifiReply(this);
-    d->ask(DaemonCall::disconnect(), reply, [=](const Answer &) { reply->finish({}); });
+    d->ask(DaemonCall::disconnect(), reply,
+           [=](const Answer &) { d->requireSupplicant(reply, [=] { reply->finish({}); }); });
     return reply;
 }
 
 WifiReply *WifiClient::forget(const QString &ssid)
 {
     auto *reply = new WifiReply(this);
-    d->forget(reply, ssid, false);
+    d->forget(reply, ssid);
     return reply;
 }
 
 StatusReply *WifiClient::status()
 {
     auto *reply = new StatusReply(this);
-    d->ask(DaemonCall::fullStatus(), reply, [=](const Answer &full) {
-        d->ask(DaemonCall::ssid(), reply, [=](const Answer &name) {
-            WifiStatus status = full.status.value_or(WifiStatus());
-            status.ssid = name.ssid.value_or(QString()); // whole; the status ends it at a "="
-            reply->finish(QVariant::fromValue(status));
-        });
+    d->link.askStatus(reply, [=](const Answer &answer) {
+        if (answer.error == WifiReply::NoError)
+            reply->finish(QVariant::fromValue(*answer.status));
+        else
+            reply->fail(answer.error, answer.errorText);
     });
     return reply;
 }
@@ -133,8 +161,13 @@ StatusReply *WifiClient::status()
 AddressReply *WifiClient::wirelessAddress()
 {
     auto *reply = new AddressReply(this);
-    d->ask(DaemonCall::address(), reply,
-           [=](const Answer &answer) { reply->finish(answer.address.value_or(QString())); });
+    d->ask(DaemonCall::address(), reply, [=](const Answer &answer) {
+        const QString address = answer.address.value_or(QString());
+        if (address.isEmpty())
+            d->requireSupplicant(reply, [=] { reply->finish(QString()); });
+        else
+            reply->finish(address);
+    });
     return reply;
 }
 
@@ -142,14 +175,8 @@ WifiReply *WifiClient::relink()
 {
     auto *reply = new WifiReply(this);
     d->ask(DaemonCall::relink(), reply, [=](const Answer &) {
-        QTimer::singleShot(relinkDelay_ms, reply, [=] {
-            d->ask(DaemonCall::fullStatus(), reply, [=](const Answer &answer) {
-                if (answer.isWithoutSupplicant())
-                    reply->fail(WifiReply::NoSupplicant, noSupplicant());
-                else
-                    reply->finish({});
-            });
-        });
+        QTimer::singleShot(relinkDelay_ms, reply,
+                           [=] { d->requireSupplicant(reply, [=] { reply->finish({}); }); });
     });
     return reply;
 }

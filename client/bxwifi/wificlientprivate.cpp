@@ -6,18 +6,39 @@
 #include "join.h"
 #include "ssid.h"
 
+#include <algorithm>
+
 namespace BxWifi
 {
 namespace
 {
-constexpr int scanTimeout_ms = 20000;
+constexpr std::chrono::seconds scanTimeout{20};
+// What another client is given to join; the daemon does not report the end of each join.
+constexpr std::chrono::seconds connectingTimeout{60};
+
+// The words for what the daemon says are those for what the client announces.
+template<int event, int code>
+constexpr bool areSame = event == code;
+static_assert(areSame<WifiClient::AssociationCompleted, Status::Connected>);
+static_assert(areSame<WifiClient::NotConnected, Status::NotConnected>);
+static_assert(areSame<WifiClient::ScanStarted, Status::ScanStarted>);
+static_assert(areSame<WifiClient::ScanDelivered, Status::ScanDelivered>);
+static_assert(areSame<WifiClient::SupplicantExiting, Status::SupplicantExiting>);
+static_assert(areSame<WifiClient::ConnectionRequested, Status::ConnectionRequested>);
+static_assert(areSame<WifiClient::TemporarilyDisabled, Status::TemporarilyDisabled>);
+static_assert(areSame<WifiClient::WrongKey, Status::WrongKey>);
+static_assert(areSame<WifiClient::NetworkRemoved, Status::NetworkRemoved>);
 } // namespace
 
 WifiClientPrivate::WifiClientPrivate(WifiClient &owner) : client(owner), link(this), model(this)
 {
     scanTimer.setSingleShot(true);
-    scanTimer.setInterval(scanTimeout_ms);
+    scanTimer.setInterval(scanTimeout);
     connect(&scanTimer, &QTimer::timeout, this, [this] { endScan(false); });
+    connectingTimer.setSingleShot(true);
+    connectingTimer.setInterval(connectingTimeout);
+    connect(&connectingTimer, &QTimer::timeout, this, [this] { poll(); });
+    connect(&pollTimer, &QTimer::timeout, this, [this] { poll(); });
 
     connect(&link, &DaemonLink::availableChanged, this, &WifiClientPrivate::onAvailable);
     connect(&link, &DaemonLink::statusMessage, this, &WifiClientPrivate::onStatusMessage);
@@ -26,13 +47,24 @@ WifiClientPrivate::WifiClientPrivate(WifiClient &owner) : client(owner), link(th
     connect(&link, &DaemonLink::ssidReported, this, &WifiClientPrivate::setSsid);
     connect(&link, &DaemonLink::addressReported, this, &WifiClientPrivate::setAddress);
 
-    connect(&link, &DaemonLink::networkSeen, &client, &WifiClient::networkSeen);
-    connect(&link, &DaemonLink::accessPointLost, &client, &WifiClient::accessPointLost);
-    connect(&link, &DaemonLink::ssidReported, &client, &WifiClient::ssidReported);
-    connect(&link, &DaemonLink::addressReported, &client, &WifiClient::addressReported);
-    connect(&link, &DaemonLink::statusReported, &client, &WifiClient::statusReported);
-    connect(&link, &DaemonLink::wiredReported, &client, &WifiClient::wiredReported);
-    connect(&link, &DaemonLink::dhcpReported, &client, &WifiClient::dhcpReported);
+    // Told from the event loop, so that whoever hears may delete the client.
+    const auto pass = [this](auto said, auto told) {
+        connect(&link, said, &client, told, Qt::QueuedConnection);
+    };
+    pass(&DaemonLink::networkSeen, &WifiClient::networkSeen);
+    pass(&DaemonLink::accessPointLost, &WifiClient::accessPointLost);
+    pass(&DaemonLink::ssidReported, &WifiClient::ssidReported);
+    pass(&DaemonLink::addressReported, &WifiClient::addressReported);
+    pass(&DaemonLink::statusReported, &WifiClient::statusReported);
+    pass(&DaemonLink::wiredReported, &WifiClient::wiredReported);
+    pass(&DaemonLink::dhcpReported, &WifiClient::dhcpReported);
+}
+
+/// The same for what the client finds itself, in the order in which it was found.
+template<typename Tell>
+void WifiClientPrivate::later(Tell tell)
+{
+    QMetaObject::invokeMethod(&client, tell, Qt::QueuedConnection);
 }
 
 void WifiClientPrivate::ask(const DaemonCall &call, WifiReply *reply, const AnswerHandler &done)
@@ -45,25 +77,45 @@ void WifiClientPrivate::ask(const DaemonCall &call, WifiReply *reply, const Answ
     });
 }
 
-void WifiClientPrivate::scan(WifiReply *reply, const std::function<void()> &done)
+void WifiClientPrivate::requireSupplicant(WifiReply *reply, const std::function<void()> &done)
 {
-    // From now on, as a quick supplicant delivers before the call's reply is seen; and once, as it
-    // scans again by itself.
-    auto *wait = new QObject(reply);
-    connect(this, &WifiClientPrivate::scanEnded, wait, [=](bool delivered) {
+    ask(DaemonCall::fullStatus(), reply, [=](const Answer &answer) {
+        if (answer.isWithoutSupplicant())
+            reply->fail(WifiReply::NoSupplicant, DaemonLink::noSupplicant());
+        else
+            done();
+    });
+}
+
+void WifiClientPrivate::scan(QObject *context, const AnswerHandler &done)
+{
+    // Ends with the first of: results, their failing to come, no supplicant that would bring any.
+    auto *wait = new QObject(context);
+    const auto end = [=](WifiReply::Error error, const QString &text) {
         wait->deleteLater();
         disconnect(wait);
+        Answer answer;
+        answer.error = error;
+        answer.errorText = text;
+        done(answer);
+    };
+    // From now on, as a quick supplicant delivers before the call's reply is seen; and once, as it
+    // scans again by itself.
+    connect(this, &WifiClientPrivate::scanEnded, wait, [=](bool delivered) {
         if (delivered)
-            done();
+            end(WifiReply::NoError, {});
         else
-            reply->fail(WifiReply::TimedOut, QStringLiteral("no scan results"));
+            end(WifiReply::TimedOut, tr("no scan results"));
     });
-    ask(DaemonCall::scan(), reply, [=](const Answer &) {
-        // Without a supplicant nothing would come.
-        ask(DaemonCall::fullStatus(), reply, [=](const Answer &answer) {
+    link.call(DaemonCall::scan(), wait, [=](const Answer &called) {
+        if (called.error != WifiReply::NoError) {
+            end(called.error, called.errorText);
+            return;
+        }
+        link.call(DaemonCall::fullStatus(), wait, [=](const Answer &answer) {
             if (!answer.isWithoutSupplicant())
                 return;
-            reply->fail(WifiReply::NoSupplicant, noSupplicant());
+            end(WifiReply::NoSupplicant, DaemonLink::noSupplicant());
             endScan(false);
         });
     });
@@ -71,45 +123,29 @@ void WifiClientPrivate::scan(WifiReply *reply, const std::function<void()> &done
 
 void WifiClientPrivate::join(AddressReply *reply, const JoinSettings &settings)
 {
-    if (!refuse(reply, settings.problem()))
-        (new Join(link, settings, *reply))->start();
-}
-
-/// Joins in the way that the last scan, or failing that a new one, says.
-void WifiClientPrivate::joinAnnounced(AddressReply *reply, const JoinSettings &settings)
-{
-    const auto joinFound = [=](const WifiNetwork &network) {
-        JoinSettings known = settings;
-        known.security = network.security();
-        join(reply, known);
-    };
-    const WifiNetwork seen = model.network(settings.ssid);
-    if (!seen.bssid.isEmpty()) {
-        joinFound(seen);
+    if (refuse(reply, settings.problem()))
         return;
-    }
-    reply->setStage(WifiReply::Scanning);
-    scan(reply, [=] {
-        const WifiNetwork found = model.network(settings.ssid);
-        if (found.bssid.isEmpty())
-            reply->fail(WifiReply::NotFound, QStringLiteral("no such network in sight"));
-        else
-            joinFound(found);
-    });
+    const QPointer<Join> former = currentJoin;
+    currentJoin = new Join(*this, settings, *reply);
+    if (former)
+        currentJoin->startAfter(former->giveWay());
+    else
+        currentJoin->start();
 }
 
-/// Removes one network after the other, as there may be several by that name.
-void WifiClientPrivate::forget(WifiReply *reply, const QString &name, bool hasRemoved)
+void WifiClientPrivate::forget(WifiReply *reply, const QString &name)
 {
-    ask(DaemonCall::remove(printedSsid(name)), reply, [=](const Answer &answer) {
-        if (answer.removed) {
+    link.removeAll(DaemonCall::remove(printedSsid(name)), reply, [=](const Answer &answer) {
+        if (answer.removed)
             model.setForgotten(name);
-            forget(reply, name, true);
-        } else if (hasRemoved) {
+        if (answer.error != WifiReply::NoError)
+            reply->fail(answer.error, answer.errorText);
+        else if (answer.removed)
             reply->finish({});
-        } else {
-            reply->fail(WifiReply::NotFound, QStringLiteral("no network is stored by that name"));
-        }
+        else
+            requireSupplicant(reply, [=] {
+                reply->fail(WifiReply::NotFound, tr("no network is stored by that name"));
+            });
     });
 }
 
@@ -121,6 +157,39 @@ bool WifiClientPrivate::refuse(WifiReply *reply, const QString &problem)
     return true;
 }
 
+void WifiClientPrivate::setJoining(bool now)
+{
+    isJoining = now;
+    connectingTimer.stop();
+    if (now)
+        setState(WifiClient::Connecting);
+}
+
+QString WifiClientPrivate::wholeName(const QString &reported) const
+{
+    QStringList names;
+    if (joined)
+        names << joined->ssid;
+    for (int row = 0; row < model.rowCount(); ++row)
+        names << model.index(row).data(NetworkModel::SsidRole).toString();
+    const auto found = std::find_if(names.cbegin(), names.cend(), [&](const QString &name) {
+        return reportedSsid(name) == reported;
+    });
+    return found == names.cend() ? reported : *found;
+}
+
+/// A daemon that is not there is not asked, as that would start it.
+void WifiClientPrivate::poll()
+{
+    const auto replies = client.findChildren<WifiReply *>(QString(), Qt::FindDirectChildrenOnly);
+    const bool isBusy = std::any_of(replies.begin(), replies.end(),
+                                    [](const WifiReply *reply) { return !reply->isFinished(); });
+    if (isBusy || isPolling || !link.reopen())
+        return;
+    isPolling = true;
+    link.askStatus(this, [this](const Answer &) { isPolling = false; });
+}
+
 void WifiClientPrivate::onAvailable(bool available)
 {
     if (available) {
@@ -130,10 +199,10 @@ void WifiClientPrivate::onAvailable(bool available)
     }
     const auto replies = client.findChildren<WifiReply *>(QString(), Qt::FindDirectChildrenOnly);
     for (WifiReply *reply : replies)
-        reply->fail(WifiReply::NoDaemon, QStringLiteral("the daemon bxwifid went away"));
+        reply->fail(WifiReply::NoDaemon, tr("the daemon bxwifid went away"));
+    isJoining = false;
     endScan(false);
     setState(WifiClient::Unavailable);
-    setSsid({});
     setAddress({});
 }
 
@@ -145,16 +214,19 @@ void WifiClientPrivate::onStatusMessage(Status::Code status)
         break;
     case Status::ConnectionRequested:
         setState(WifiClient::Connecting);
+        if (!isJoining)
+            connectingTimer.start();
         break;
     case Status::NotConnected:
     case Status::SupplicantExiting:
     case Status::TemporarilyDisabled:
     case Status::WrongKey:
-        setState(WifiClient::Disconnected);
+        if (!isJoining)
+            setState(WifiClient::Disconnected);
         break;
     case Status::ScanStarted:
         scanTimer.start();
-        emit client.scanningChanged();
+        later([this] { emit client.scanningChanged(); });
         break;
     case Status::ScanDelivered:
         endScan(true);
@@ -162,15 +234,16 @@ void WifiClientPrivate::onStatusMessage(Status::Code status)
     case Status::NetworkRemoved:
         break;
     }
-    emit client.happened(static_cast<WifiClient::Event>(status));
+    later([this, status] { emit client.happened(static_cast<WifiClient::Event>(status)); });
 }
 
 void WifiClientPrivate::onStatus(const WifiStatus &status)
 {
+    const bool isUnderway = isJoining || connectingTimer.isActive();
     if (status.connected)
         setState(WifiClient::Connected);
-    else if (state == WifiClient::Connected)
-        setState(WifiClient::Disconnected);
+    else if (!isUnderway || state == WifiClient::Connected)
+        setState(isUnderway ? WifiClient::Connecting : WifiClient::Disconnected);
     setAddress(status.address);
 }
 
@@ -191,7 +264,7 @@ void WifiClientPrivate::endScan(bool delivered)
         model.setAccessPoints(accessPoints);
     }
     isNewScan = true;
-    emit client.scanningChanged();
+    later([this] { emit client.scanningChanged(); });
     emit scanEnded(delivered);
 }
 
@@ -200,17 +273,23 @@ void WifiClientPrivate::setState(WifiClient::State next)
     if (state == next)
         return;
     state = next;
-    model.setJoined(state == WifiClient::Connected ? ssid : QString());
-    emit client.stateChanged();
+    if (state != WifiClient::Connecting)
+        connectingTimer.stop();
+    if (state != WifiClient::Connected)
+        setSsid({});
+    model.setJoined(ssid);
+    later([this] { emit client.stateChanged(); });
 }
 
-void WifiClientPrivate::setSsid(const QString &next)
+/// The supplicant names a network from the moment that it tries to join it.
+void WifiClientPrivate::setSsid(const QString &reported)
 {
+    const QString next = state == WifiClient::Connected ? wholeName(reported) : QString();
     if (ssid == next)
         return;
     ssid = next;
-    model.setJoined(state == WifiClient::Connected ? ssid : QString());
-    emit client.ssidChanged();
+    model.setJoined(ssid);
+    later([this] { emit client.ssidChanged(); });
 }
 
 void WifiClientPrivate::setAddress(const QString &next)
@@ -218,6 +297,6 @@ void WifiClientPrivate::setAddress(const QString &next)
     if (address == next)
         return;
     address = next;
-    emit client.addressChanged();
+    later([this] { emit client.addressChanged(); });
 }
 } // namespace BxWifi

@@ -6,10 +6,13 @@
 #include "daemonlink.h"
 #include "wificlient.h"
 
+#include <QPointer>
 #include <QTimer>
 
 namespace BxWifi
 {
+class Join;
+
 /// What a client knows, and the requests that take more than one call.
 class WifiClientPrivate : public QObject
 {
@@ -19,11 +22,18 @@ public:
 
     /// Calls for a reply, which fails if the call does.
     void ask(const DaemonCall &call, WifiReply *reply, const AnswerHandler &done);
-    void scan(WifiReply *reply, const std::function<void()> &done);
+    /// What follows `done` only if the daemon has a supplicant; the reply fails otherwise.
+    void requireSupplicant(WifiReply *reply, const std::function<void()> &done);
+    /// Looks for networks; the answer says only whether their results are in the model.
+    void scan(QObject *context, const AnswerHandler &done);
     void join(AddressReply *reply, const JoinSettings &settings);
-    void joinAnnounced(AddressReply *reply, const JoinSettings &settings);
-    void forget(WifiReply *reply, const QString &name, bool hasRemoved);
+    void forget(WifiReply *reply, const QString &name);
     static bool refuse(WifiReply *reply, const QString &problem);
+    /// Whether a join of this client is on its way; the true state is asked for at its end.
+    void setJoining(bool now);
+    /// The name of a network that the daemon reports without every "ssid=" in it.
+    QString wholeName(const QString &reported) const;
+    void poll();
 
     WifiClient &client;
     DaemonLink link;
@@ -32,6 +42,9 @@ public:
     QString ssid;
     QString address;
     QTimer scanTimer; ///< Runs while a scan does
+    QTimer pollTimer;
+    std::optional<JoinSettings> joined; ///< What this client joined last, with its secret
+    QPointer<Join> currentJoin;
     QVector<WifiNetwork> accessPoints;
 
 signals:
@@ -47,6 +60,12 @@ private:
     void setSsid(const QString &next);
     void setAddress(const QString &next);
 
+    template<typename Tell>
+    void later(Tell tell);
+
     bool isNewScan = true; ///< The next network is the first of its scan
+    bool isPolling = false;
+    bool isJoining = false;
+    QTimer connectingTimer; ///< Runs as long as another client's join may be on its way
 };
 } // namespace BxWifi

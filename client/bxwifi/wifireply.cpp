@@ -11,6 +11,7 @@ struct WifiReply::Private {
     QString errorText;
     Stage stage = Waiting;
     QVariant result;
+    std::function<void()> abortHandler;
 };
 
 WifiReply::WifiReply(QObject *parent) : QObject(parent), d(std::make_unique<Private>()) {}
@@ -42,10 +43,26 @@ QVariant WifiReply::result() const
     return d->result;
 }
 
+void WifiReply::abort()
+{
+    if (d->abortHandler && !d->isFinished)
+        d->abortHandler();
+    else
+        fail(Aborted, tr("given up"));
+}
+
+void WifiReply::setAbortHandler(std::function<void()> handler)
+{
+    d->abortHandler = std::move(handler);
+}
+
 void WifiReply::setStage(Stage stage)
 {
+    if (d->stage == stage)
+        return;
     d->stage = stage;
-    emit stageChanged(stage);
+    QMetaObject::invokeMethod(
+        this, [this, stage] { emit stageChanged(stage); }, Qt::QueuedConnection);
 }
 
 void WifiReply::finish(const QVariant &result)
@@ -54,8 +71,11 @@ void WifiReply::finish(const QVariant &result)
         return;
     d->isFinished = true;
     d->result = result;
-    deleteLater();
-    emit finished(); // whoever hears it may delete the client, and this with it
+    const auto tell = [this] {
+        deleteLater();
+        emit finished(); // whoever hears it may delete this
+    };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
 void WifiReply::fail(Error error, const QString &text)

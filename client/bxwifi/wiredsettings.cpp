@@ -3,6 +3,7 @@
 
 #include "wiredsettings.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -12,6 +13,10 @@ namespace BxWifi
 {
 namespace
 {
+struct Problem {
+    Q_DECLARE_TR_FUNCTIONS(BxWifi::WiredSettings)
+};
+
 /// Strictly four decimal numbers: what the boot loader reads differs on anything else.
 std::optional<quint32> addressOf(const QString &text)
 {
@@ -47,18 +52,17 @@ QString WiredSettings::problem() const
     const auto ip = addressOf(address);
     const auto router = addressOf(gateway);
     const auto mask = addressOf(netmask);
-    const QString notAnAddress = QStringLiteral("%1 is not a dotted-decimal address");
+    const QString notAnAddress = Problem::tr("%1 is not a dotted-decimal address");
     if (!ip)
         return notAnAddress.arg(address);
     if (!router)
         return notAnAddress.arg(gateway);
     if (!mask || !isNetmask(*mask))
-        return QStringLiteral("%1 is not a network mask").arg(netmask);
+        return Problem::tr("%1 is not a network mask").arg(netmask);
     if (!isHost(*ip, *mask))
-        return QStringLiteral("%1 is not the address of a host in its network").arg(address);
+        return Problem::tr("%1 is not the address of a host in its network").arg(address);
     if ((*ip & *mask) != (*router & *mask) || !isHost(*router, *mask))
-        return QStringLiteral("gateway %1 is not a host in the network of %2")
-            .arg(gateway, address);
+        return Problem::tr("gateway %1 is not a host in the network of %2").arg(gateway, address);
     return {};
 }
 } // namespace BxWifi

@@ -34,6 +34,8 @@ ExitStatus exitStatusOf(WifiReply::Error error)
     case WifiReply::NoAddress:
     case WifiReply::NoSupplicant:
     case WifiReply::Failed:
+    case WifiReply::Aborted:
+    case WifiReply::Superseded:
         break;
     }
     return Failure;

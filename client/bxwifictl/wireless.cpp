@@ -11,7 +11,6 @@
 #include <QElapsedTimer>
 #include <QJsonArray>
 
-#include <algorithm>
 #include <cstdio>
 
 using BxWifi::JoinSettings;
@@ -101,13 +100,6 @@ void printNetworks(const QVector<WifiNetwork> &networks, const QVector<bool> &jo
     }
 }
 
-QVector<WifiNetwork> bySignal(QVector<WifiNetwork> accessPoints)
-{
-    std::stable_sort(accessPoints.begin(), accessPoints.end(),
-                     [](const auto &a, const auto &b) { return a.signal > b.signal; });
-    return accessPoints;
-}
-
 void printProgress(const char *step)
 {
     std::fprintf(stderr, "%s ...\n", step);
@@ -129,6 +121,9 @@ void showStage(WifiReply::Stage stage)
         return;
     case WifiReply::Addressing:
         printProgress("waiting for an address");
+        return;
+    case WifiReply::Returning:
+        printProgress("going back");
         return;
     }
 }
@@ -282,7 +277,6 @@ ExitStatus connectTo(const Command &command)
 
     auto *reply = command.client.connectTo(settings);
     QObject::connect(reply, &WifiReply::stageChanged, showStage);
-    showStage(reply->stage());
     if (const ExitStatus status = await(reply, settings.ssid))
         return status;
     const Fields fields{{QStringLiteral("ssid"), settings.ssid},

@@ -57,6 +57,7 @@ void ClientValuesTest::ssidsArePrintedEscaped()
         {R"(Say \"Hi\" \\o/)", R"(Say "Hi" \o/)"},
         {R"(\e[31m\n\r\t\x07)", "\033[31m\n\r\t\a"},
         {R"(\\xc3)", R"(\xc3)"},
+        {R"(\xef\xbb\xbfmarked)", QChar(0xfeff) + QString("marked")},
     };
     for (const auto &[printed, ssid] : cases) {
         QCOMPARE(ssidOf(printed), ssid);
@@ -92,7 +93,7 @@ void ClientValuesTest::waysToJoin()
     for (const auto &[settings, calls] : cases) {
         QCOMPARE(settings.problem(), QString());
         QStringList planned;
-        for (const DaemonCall &call : joinPlan(settings))
+        for (const DaemonCall &call : joinPlan(settings).calls)
             planned << textOf(call);
         QCOMPARE(planned, calls);
     }
@@ -114,6 +115,8 @@ void ClientValuesTest::impossibleSettingsAreRefused()
         {{"Lab", Security::Open, "needless", "", false}, "open"},
         {{"Lab", Security::Unsupported, "", "", false}, "cannot join"},
         {{"Lab", Security::Automatic, "abcdefgh", "", true}, "hidden"},
+        {{"Lab", Security::Open, "", "", false, std::chrono::seconds(0)}, "one day"},
+        {{"Lab", Security::Open, "", "", false, std::chrono::seconds(86401)}, "one day"},
     };
     for (const auto &[settings, word] : cases)
         QVERIFY2(settings.problem().contains(word), qPrintable(word + ": " + settings.problem()));
@@ -185,9 +188,21 @@ void ClientValuesTest::flagsAndFrequenciesInWords()
         {"[WPA2-PSK+SAE-CCMP][SAE-H2E][ESS]", Security::Wpa, "WPA2/WPA3"},
         {"[WPA2-SAE-CCMP][ESS]", Security::Wpa3, "WPA3"},
         {"[WPA2-EAP-CCMP][ESS]", Security::Enterprise, "WPA2 Enterprise"},
-        {"[WPA2-OWE-CCMP][ESS]", Security::Unsupported, "unsupported"},
-        {"[OWE-TRANS][ESS]", Security::Unsupported, "unsupported"},
+        {"[WPA-EAP-TKIP][RSN-EAP+EAP-SHA256-CCMP-preauth]", Security::Enterprise,
+         "WPA/WPA2 Enterprise"},
+        {"[WPA2-EAP+PSK-CCMP][ESS]", Security::Wpa, "WPA2"},
+        {"[WPA2-PSK+FT/PSK-CCMP+TKIP][ESS]", Security::Wpa, "WPA2"},
+        {"[WPA-PSK-TKIP]", Security::Wpa, "WPA"},
+        {"[OWE-TRANS-OPEN][ESS]", Security::Open, "open"},
+        {"[WPS][P2P][ESS]", Security::Open, "open"},
     };
+    for (const char *text : {"[WPA2-OWE-CCMP][ESS]", "[OWE-TRANS][ESS]", "[OSEN-OSEN-CCMP]",
+                             "[RSN-SAE-CCMP][MESH]", "[IBSS]", "[WPA2-EAP-SHA256-CCMP][ESS]",
+                             "[WPA2-EAP-SUITE-B-192-GCMP-256]", "[WPA2-PSK-SHA256-CCMP][ESS]",
+                             "[WPA2-FT/PSK-CCMP][ESS]", "[WPA2-SAE-EXT-KEY-GCMP-256][ESS]"}) {
+        QVERIFY2(securityOf(text) == Security::Unsupported, text);
+        QCOMPARE(securityText(text), "unsupported");
+    }
     for (const auto &[text, security, words] : flags) {
         QCOMPARE(securityOf(text), security);
         QCOMPARE(securityText(text), words);

@@ -92,6 +92,7 @@ public:
     /// How often the client asks for the state of the connection, never while a request of its own
     /// is on its way. Zero, as at first: not at all.
     std::chrono::milliseconds pollInterval() const;
+    /// Sets it; zero turns asking off.
     void setPollInterval(std::chrono::milliseconds interval);
 
     /// Looks for networks; brings every access point found.

@@ -7,6 +7,7 @@ import queue
 import subprocess
 import threading
 from contextlib import suppress
+from pathlib import Path
 
 from jeepney import DBusAddress, HeaderFields, MatchRule, MessageType, message_bus, new_method_call
 from jeepney.io import blocking
@@ -60,8 +61,9 @@ class Bus:
 
     def __init__(self):
         self.journal = Journal(self.settle)
-        self.server = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"],
-                                       stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        self.server = subprocess.Popen(
+            ["dbus-daemon", f"--config-file={Path(__file__).with_name('bus.conf')}", "--nofork",
+             "--print-address"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         self.address = self.server.stdout.readline().strip()  # comes when the bus listens
         os.environ["DBUS_SYSTEM_BUS_ADDRESS"] = self.address
         self.client = open_dbus_connection(self.address, auth_timeout=10)

@@ -41,8 +41,10 @@ def test_panel(bed):
     assert bed.journal.entries().count("ADD_NETWORK") == 3
 
 
-def test_console(bed):
-    console = subprocess.run([os.environ["CONSOLE"], "Lab WPA2", "correct horse battery"],
+@pytest.mark.parametrize("program", ["CONSOLE", "PYTHON"])
+def test_console(bed, program):
+    console = subprocess.run([os.environ[program], "Lab WPA2", "correct horse battery"],
                              capture_output=True, text=True, timeout=60)
     assert console.stdout.startswith("-48 dBm  Lab WPA2\n"), console
+    assert "\n-72 dBm  Grüße\n" in console.stdout, console
     assert console.stdout.endswith("\nJoined with the address 10.20.2.15\n"), console

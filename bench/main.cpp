@@ -181,8 +181,9 @@ void measureScan(int rounds)
     Client client(daemonName);
     const QString table = QString::fromStdString(scanResults());
     const Action decode = [&] {
-        for (const BXNetwork &network : scanTable(table))
+        for (const BXNetwork &network : scanTable(table)) {
             [[maybe_unused]] const QByteArray payload = payloadOf(network);
+        }
     };
     const Action deliver = [&] {
         exchange(supplicant, "EVENT");

@@ -42,8 +42,10 @@ void ToolsTest::killedWhileStarting()
     int ends[2];
     QVERIFY(pipe2(ends, O_CLOEXEC) == 0);
     if (fork() == 0) {
-        pthread_atfork(
-            nullptr, [] { raise(SIGKILL); }, nullptr);
+        const auto die = [] {
+            raise(SIGKILL);
+        };
+        pthread_atfork(nullptr, die, nullptr);
         ToolProcess().run("true", {});
         _exit(0);
     }

@@ -114,8 +114,8 @@ ExitStatus monitor(const Command &command)
                      [=](const WifiStatus &status) { printer("connection", fieldsOf(status)); });
     QObject::connect(&client, &WifiClient::wiredReported,
                      [=](const WiredSettings &settings) { printer("wired", fieldsOf(settings)); });
-    QObject::connect(&client, &WifiClient::dhcpReported, [=](bool dhcp) {
-        printer("dhcp", {{QStringLiteral("dhcp"), dhcp}});
+    QObject::connect(&client, &WifiClient::dhcpReported, [=](bool isDynamic) {
+        printer("dhcp", {{QStringLiteral("dhcp"), isDynamic}});
     });
     QObject::connect(&client, &WifiClient::stateChanged, [=, &client, wasThere = true]() mutable {
         const bool isThere = client.state() != WifiClient::Unavailable;

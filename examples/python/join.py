@@ -11,8 +11,9 @@ import time
 from collections import deque
 
 from jeepney import (DBusAddress, DBusErrorResponse, HeaderFields, MatchRule, message_bus,
-                     new_method_call, unwrap_msg)
+                     new_method_call)
 from jeepney.io.blocking import open_dbus_connection
+from jeepney.wrappers import unwrap_msg
 
 DAEMON = DBusAddress("/", "com.brelvix.bxwifid", "com.brelvix.bxwifid")
 SIGNALS = MatchRule(type="signal", interface=DAEMON.interface)

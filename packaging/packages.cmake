@@ -22,11 +22,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
-# Which version of a library a program needs, by the names that it uses.
-foreach(package IN ITEMS bxwifid libbxwificlient1)
-    configure_file(debian/${package}.symbols debian/${package}/symbols COPYONLY)
-endforeach()
-
 set(same_version "(= ${PROJECT_VERSION})")
 
 set(CPACK_DEBIAN_BXWIFID_PACKAGE_NAME bxwifid)
@@ -39,8 +34,7 @@ set(CPACK_DEBIAN_BXWIFID_PACKAGE_CONTROL_EXTRA
     ${CMAKE_CURRENT_SOURCE_DIR}/debian/postinst
     ${CMAKE_CURRENT_SOURCE_DIR}/debian/prerm
     ${CMAKE_CURRENT_SOURCE_DIR}/debian/postrm
-    ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers
-    ${CMAKE_CURRENT_BINARY_DIR}/debian/bxwifid/symbols)
+    ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
 set(CPACK_DEBIAN_BXWIFID_DESCRIPTION
 "Network-configuration daemon for embedded devices
 bxwifid configures the one wireless interface of an embedded device through
@@ -51,8 +45,7 @@ bus, and so does the command bxwifictl, which is part of this package.")
 set(CPACK_DEBIAN_LIBBXWIFICLIENT1_PACKAGE_NAME libbxwificlient1)
 set(CPACK_DEBIAN_LIBBXWIFICLIENT1_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_LIBBXWIFICLIENT1_PACKAGE_CONTROL_EXTRA
-    ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers
-    ${CMAKE_CURRENT_BINARY_DIR}/debian/libbxwificlient1/symbols)
+    ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
 set(CPACK_DEBIAN_LIBBXWIFICLIENT1_DESCRIPTION
 "Network configuration through bxwifid, library for Qt programs
 A typed class for programs that let a user choose networks and set addresses
@@ -67,6 +60,17 @@ set(CPACK_DEBIAN_LIBBXWIFI-DEV_DESCRIPTION
 Headers, CMake package and pkg-config files for programs that call bxwifid
 through its client library, and for launchers of one's own around the daemon's
 library.")
+
+# Which version of a library a program needs, by the names that it uses. Some names differ where a
+# long has 32 bits; there the version of the package has to do.
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    foreach(package IN ITEMS bxwifid libbxwificlient1)
+        configure_file(debian/${package}.symbols debian/${package}/symbols COPYONLY)
+        string(TOUPPER ${package} component)
+        list(APPEND CPACK_DEBIAN_${component}_PACKAGE_CONTROL_EXTRA
+            ${CMAKE_CURRENT_BINARY_DIR}/debian/${package}/symbols)
+    endforeach()
+endif()
 
 # Each package has the licences and a change log under its own name.
 file(READ ${PROJECT_SOURCE_DIR}/LICENSE licence)

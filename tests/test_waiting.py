@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """What takes as long as the daemon's own waits; the functions are run side by side."""
 
+import threading
 import time
 
 import pytest
@@ -9,12 +10,15 @@ from harness.bed import request_line
 
 
 def test_time_out(bed):
+    answered = threading.Event()
     bed.start()
     bed.supplicant.answer("STATUS", "ssid=Late\n")
+    bed.supplicant.react = lambda command: answered.set()
     with bed.supplicant.silence:
         bed.bus.call("ssidRequest")  # the client library waits 10 s
         bed.check("STATUS", "ssidResult()")
         assert bed.daemon.logs(request_line("STATUS", "command timed out"))
+    assert answered.wait(10)
     bed.supplicant.answer("STATUS", "ssid=Home\n")
     bed.bus.call("ssidRequest")
     bed.check("STATUS", "ssidResult(Home)")

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 // Whatever comes from outside must be read without harm, and what is read must hold to its shape.
-// Built once per target; FUZZ_TARGET names the function that gets the input.
 
 #include "bxwifi/joinsettings.h"
 #include "control/event.h"
@@ -39,14 +38,14 @@ void decode(const QByteArray &input)
     require(payloadOf(recordOf<Record>(payload)) == payload);
 }
 
-[[maybe_unused]] void records(const QByteArray &input)
+void records(const QByteArray &input)
 {
     decode<BXNetwork>(input);
     decode<BXNetworkConnected>(input);
     decode<BXStatic>(input);
 }
 
-[[maybe_unused]] void scan(const QByteArray &input)
+void scan(const QByteArray &input)
 {
     const QString reply = textOf(input);
     const QVector<BXNetwork> networks = scanTable(reply);
@@ -59,7 +58,7 @@ void decode(const QByteArray &input)
     }
 }
 
-[[maybe_unused]] void networks(const QByteArray &input)
+void networks(const QByteArray &input)
 {
     // The first line is the SSID that is looked for.
     const QString ssid = textOf(input.left(input.indexOf('\n')));
@@ -71,7 +70,7 @@ void decode(const QByteArray &input)
     require(reply.contains(QLatin1Char('\n') + *id + QLatin1Char('\t') + ssid + QLatin1Char('\t')));
 }
 
-[[maybe_unused]] void status(const QByteArray &input)
+void status(const QByteArray &input)
 {
     const QString reply = textOf(input);
     if (isAssociationCompleted(reply))
@@ -85,7 +84,7 @@ void decode(const QByteArray &input)
                  "=\n");
 }
 
-[[maybe_unused]] void events(const QByteArray &input)
+void events(const QByteArray &input)
 {
     const QString message = textOf(input);
     eventOf(message);
@@ -93,7 +92,7 @@ void decode(const QByteArray &input)
     requirePiece(removedBssidOf(message), " ");
 }
 
-[[maybe_unused]] void tools(const QByteArray &input)
+void tools(const QByteArray &input)
 {
     const QString output = textOf(input);
     BXStatic addressing;
@@ -106,7 +105,7 @@ void decode(const QByteArray &input)
 }
 
 /// What was read from a code makes a code from which the same is read.
-[[maybe_unused]] void codes(const QByteArray &input)
+void codes(const QByteArray &input)
 {
     QString problem;
     const auto read = BxWifi::JoinSettings::fromUri(QString::fromUtf8(input), &problem);
@@ -121,6 +120,12 @@ void decode(const QByteArray &input)
 
 extern "C" int LLVMFuzzerTestOneInput(const char *data, size_t size)
 {
-    FUZZ_TARGET(QByteArray(data, static_cast<int>(size)));
+    const QByteArray input(data, static_cast<int>(size));
+    // A text ends at its first zero byte; a record begins with one, the highest of a length.
+    if (input.startsWith('\0'))
+        records(input);
+    else
+        for (const auto read : {scan, networks, status, events, tools, codes})
+            read(input);
     return 0;
 }

@@ -42,5 +42,4 @@ def test_completion(tmp_path, shell, script, file):
         options = re.findall(r"--[a-z-]+", run(BXWIFICTL, verb, "--help"))
         assert offers(verb, "--") == {*options, "--help"} >= {"--json"}
     assert offers("connect", "--security", "") == {"open", "wpa", "wpa3", "wep", "peap"}
-    assert offers("connect", "--identity", "") == set()
     assert offers("forget", "") == set(NAMES.splitlines())

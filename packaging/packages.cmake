@@ -26,9 +26,9 @@ set(same_version "(= ${PROJECT_VERSION})")
 
 set(CPACK_DEBIAN_BXWIFID_PACKAGE_NAME bxwifid)
 set(CPACK_DEBIAN_BXWIFID_PACKAGE_SECTION net)
-# wpasupplicant also makes the group netdev, whose members may call the daemon.
 set(CPACK_DEBIAN_BXWIFID_PACKAGE_DEPENDS
-    "libbxwificlient1 ${same_version}, dbus, wpasupplicant")
+    "libbxwificlient1 ${same_version}, dbus, wpasupplicant, \
+systemd | systemd-standalone-sysusers | systemd-sysusers")
 set(CPACK_DEBIAN_BXWIFID_PACKAGE_RECOMMENDS "busybox, libubootenv-tool, udhcpc")
 set(CPACK_DEBIAN_BXWIFID_PACKAGE_CONTROL_EXTRA
     ${CMAKE_CURRENT_SOURCE_DIR}/debian/postinst

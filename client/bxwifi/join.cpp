@@ -108,8 +108,9 @@ void Join::takeAnnounced()
 
 void Join::tryIt()
 {
-    client.setJoining(true);
+    isUnderway = true;
     isDisturbed = true;
+    client.beginJoining();
     attempt = std::make_unique<Attempt>(
         client.link, joinPlan(settings), Attempt::Believed,
         Attempt::Handlers{[this](WifiReply::Stage stage) { reply.setStage(stage); },
@@ -231,7 +232,8 @@ void Join::settle()
     if (attempt)
         attempt->stop();
     phase = std::make_unique<QObject>();
-    client.setJoining(false);
+    isUnderway = false;
+    client.endJoining();
     client.link.askStatus(phase.get(), [this](const Answer &answer) { finish(answer); });
 }
 
@@ -253,7 +255,8 @@ void Join::end()
 {
     if (client.currentJoin == this)
         client.currentJoin.clear();
-    client.setJoining(false);
+    isUnderway = false;
+    client.endJoining();
     limit.stop();
     limitBack.stop();
     phase.reset();

@@ -33,6 +33,8 @@ public:
     /// Ends this join for the sake of another one.
     Heritage giveWay();
     void startAfter(const Heritage &heritage);
+    /// Whether the state of the connection is this join's matter.
+    bool isTrying() const { return isUnderway; }
 
 private:
     void note(const Answer &answer);
@@ -57,6 +59,7 @@ private:
     WifiReply &reply;
     std::optional<WifiStatus> before; ///< Once it is known
     bool isDisturbed = false;         ///< The connection, by this join or one whose place it took
+    bool isUnderway = false;
     std::unique_ptr<Attempt> attempt;
     Attempt::Result failure{WifiReply::NoError, {}};
     QString hindrance; ///< Why there is no way back

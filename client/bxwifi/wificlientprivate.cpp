@@ -157,12 +157,19 @@ bool WifiClientPrivate::refuse(WifiReply *reply, const QString &problem)
     return true;
 }
 
-void WifiClientPrivate::setJoining(bool now)
+void WifiClientPrivate::beginJoining()
 {
-    isJoining = now;
+    setState(WifiClient::Connecting);
+}
+
+void WifiClientPrivate::endJoining()
+{
     connectingTimer.stop();
-    if (now)
-        setState(WifiClient::Connecting);
+}
+
+bool WifiClientPrivate::isJoining() const
+{
+    return currentJoin && currentJoin->isTrying();
 }
 
 QString WifiClientPrivate::wholeName(const QString &reported) const
@@ -200,7 +207,6 @@ void WifiClientPrivate::onAvailable(bool available)
     const auto replies = client.findChildren<WifiReply *>(QString(), Qt::FindDirectChildrenOnly);
     for (WifiReply *reply : replies)
         reply->fail(WifiReply::NoDaemon, tr("the daemon bxwifid went away"));
-    isJoining = false;
     endScan(false);
     setState(WifiClient::Unavailable);
     setAddress({});
@@ -214,14 +220,13 @@ void WifiClientPrivate::onStatusMessage(Status::Code status)
         break;
     case Status::ConnectionRequested:
         setState(WifiClient::Connecting);
-        if (!isJoining)
-            connectingTimer.start();
+        connectingTimer.start();
         break;
     case Status::NotConnected:
     case Status::SupplicantExiting:
     case Status::TemporarilyDisabled:
     case Status::WrongKey:
-        if (!isJoining)
+        if (!isJoining())
             setState(WifiClient::Disconnected);
         break;
     case Status::ScanStarted:
@@ -239,7 +244,7 @@ void WifiClientPrivate::onStatusMessage(Status::Code status)
 
 void WifiClientPrivate::onStatus(const WifiStatus &status)
 {
-    const bool isUnderway = isJoining || connectingTimer.isActive();
+    const bool isUnderway = isJoining() || connectingTimer.isActive();
     if (status.connected)
         setState(WifiClient::Connected);
     else if (!isUnderway || state == WifiClient::Connected)

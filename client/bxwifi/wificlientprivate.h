@@ -29,8 +29,9 @@ public:
     void join(AddressReply *reply, const JoinSettings &settings);
     void forget(WifiReply *reply, const QString &name);
     static bool refuse(WifiReply *reply, const QString &problem);
-    /// Whether a join of this client is on its way; the true state is asked for at its end.
-    void setJoining(bool now);
+    /// A join of this client makes the state; at its end it asks for the true one.
+    void beginJoining();
+    void endJoining();
     /// The name of a network that the daemon reports without every "ssid=" in it.
     QString wholeName(const QString &reported) const;
     void poll();
@@ -51,6 +52,7 @@ signals:
     void scanEnded(bool delivered);
 
 private:
+    bool isJoining() const;
     void onAvailable(bool available);
     void onStatusMessage(Status::Code status);
     void onStatus(const WifiStatus &status);
@@ -65,7 +67,6 @@ private:
 
     bool isNewScan = true; ///< The next network is the first of its scan
     bool isPolling = false;
-    bool isJoining = false;
-    QTimer connectingTimer; ///< Runs as long as another client's join may be on its way
+    QTimer connectingTimer; ///< Runs as long as a join may be on its way that nobody follows
 };
 } // namespace BxWifi

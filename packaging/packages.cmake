@@ -85,6 +85,10 @@ foreach(package IN LISTS CPACK_COMPONENTS_ALL)
     install(FILES ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package} COMPONENT ${package})
 endforeach()
+foreach(package IN ITEMS bxwifid libbxwificlient1)
+    install(FILES debian/${package}.lintian-overrides RENAME ${package}
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides COMPONENT ${package})
+endforeach()
 
 # cpack dates the files in its archives by this.
 file(CONFIGURE OUTPUT environment.cmake CONTENT

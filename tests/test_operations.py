@@ -169,8 +169,8 @@ def test_full_status(bed):
      "10.0.0.0 10.0.0.8  255.0.0.0 U  0 0 0 eth0\n", "10.0.0.2", "10.0.0.1", "255.255.255.0"),
     ("\tinet addr:10.0.0.2\n", "0.0.0.0\t1.1.1.1 eth0\n0.0.0.0\t2.2.2.2 eth0\n", "10.0.0.2",
      "2.2.2.2", None),
-    ("inet addr:1.1.1.1 Mask:2.2.2.2\ninet addr:3.3.3.3\n", "0.0.0.0 1.1.1.1 eth0 \n", "3.3.3.3",
-     None, "2.2.2.2"),
+    ("inet addr:1.1.1.1 Mask:2.2.2.2 Masks:9\ninet addr:3.3.3.3 addrs:9\n",
+     "0.0.0.0 1.1.1.1 eth0 \n", "3.3.3.3", None, "2.2.2.2"),
     # another form
     ("inet 10.0.0.2  netmask 255.0.0.0 addr:1\n", "default 1.1.1.1 eth0\n", None, None, None),
 ])

@@ -135,7 +135,7 @@ void Join::abort()
 {
     if (failure.error == WifiReply::NoError)
         giveUp(WifiReply::Aborted, tr("given up"));
-    else
+    else if (reply.stage() == WifiReply::Returning) // else it is about to go back
         settle();
 }
 
@@ -182,9 +182,9 @@ void Join::goBack()
         settle();
         return;
     }
-    reply.setStage(WifiReply::Returning);
-    limitBack.start();
     if (const std::optional<JoinPlan> plan = wayBack()) {
+        reply.setStage(WifiReply::Returning);
+        limitBack.start();
         tryBack(*plan);
     } else {
         hindrance = before->ssid == settings.ssid

@@ -11,7 +11,8 @@ import pytest
 
 BXWIFICTL = Path(os.environ["BXWIFICTL"])
 # Given the file and what stands behind the command, each prints what the shell would offer.
-BASH = """source "$0"; COMP_WORDS=(bxwifictl "$@"); COMP_CWORD=$#; _bxwifictl
+BASH = """source "$0"; COMP_WORDS=(bxwifictl "$@"); COMP_CWORD=$#
+          COMP_LINE=${COMP_WORDS[*]} COMP_POINT=${#COMP_LINE}; _bxwifictl
           eval "printf '%s\\n' ${COMPREPLY[*]}" """
 ZSH = """_describe() { print -l -- ${verbs%%:*} ${options%%:*} $short }
          compadd() { print -l -- ${@#--} }

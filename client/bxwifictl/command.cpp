@@ -6,7 +6,9 @@
 #include "output.h"
 
 #include <QEventLoop>
+#include <QTimer>
 
+#include <chrono>
 #include <cstdio>
 
 using BxWifi::WifiReply;
@@ -53,13 +55,22 @@ ExitStatus failUsage(const QString &text)
     return UsageError;
 }
 
-ExitStatus await(WifiReply *reply, const QString &about)
+ExitStatus await(WifiReply *reply, const QString &about, QDeadlineTimer limit)
 {
+    const auto print = [&](const QString &text) {
+        printError(about.isEmpty() ? text : about + QStringLiteral(": ") + text);
+    };
     QEventLoop loop;
     QObject::connect(reply, &WifiReply::finished, &loop, &QEventLoop::quit);
+    if (!limit.isForever())
+        QTimer::singleShot(std::chrono::milliseconds(limit.remainingTime()), &loop,
+                           &QEventLoop::quit);
     loop.exec();
+    if (!reply->isFinished()) {
+        print(QStringLiteral("no answer in time"));
+        return TimedOut;
+    }
     if (reply->error() != WifiReply::NoError)
-        printError(about.isEmpty() ? reply->errorText()
-                                   : about + QStringLiteral(": ") + reply->errorText());
+        print(reply->errorText());
     return exitStatusOf(reply->error());
 }

@@ -7,6 +7,8 @@
 
 #include <bxwifi/wificlient.h>
 
+#include <QDeadlineTimer>
+
 /// The statuses that the program ends with; documented in its manual.
 enum ExitStatus : int {
     Success = 0,
@@ -17,12 +19,15 @@ enum ExitStatus : int {
     WrongKey = 5,
     NotFound = 6,
     TimedOut = 7,
+    BySignal = 128, ///< plus the signal's number
 };
 
 /// One run of a verb.
 struct Command {
     BxWifi::WifiClient &client;
     const Options &options;
+
+    const QString &soleArgument() const { return options.arguments.constFirst(); }
 };
 
 // The verbs.
@@ -43,5 +48,7 @@ void printError(const QString &text);
 ExitStatus failUsage(const QString &text);
 
 /// Waits until a request has finished and prints its error, if any, with what it was about. The
-/// reply's value can be read afterwards, until the event loop runs again.
-ExitStatus await(BxWifi::WifiReply *reply, const QString &about = {});
+/// reply's value can be read afterwards, until the event loop runs again. A request that has not
+/// finished within the limit goes on unheard.
+ExitStatus await(BxWifi::WifiReply *reply, const QString &about = {},
+                 QDeadlineTimer limit = QDeadlineTimer::Forever);

@@ -8,6 +8,9 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QHash>
+
+#include <chrono>
 
 using BxWifi::WifiClient;
 using BxWifi::WifiNetwork;
@@ -16,6 +19,9 @@ using BxWifi::WiredSettings;
 
 namespace
 {
+// The daemon does not report a connection that is lost.
+constexpr std::chrono::seconds pollInterval{5};
+
 const char *wordOf(WifiClient::Event event)
 {
     switch (event) {
@@ -71,7 +77,7 @@ class Printer
 public:
     explicit Printer(bool wantsJson) : json(wantsJson) {}
 
-    void operator()(const char *signal, const Fields &fields) const
+    void print(const char *signal, const Fields &fields) const
     {
         const QString time = QDateTime::currentDateTime().toString(Qt::ISODateWithMs);
         if (json) {
@@ -79,49 +85,63 @@ public:
                                     {QStringLiteral("signal"), QLatin1String(signal)}} +
                              fields));
         } else {
-            print(QStringLiteral("%1 %2 %3").arg(time, QLatin1String(signal), lineOf(fields)));
+            ::print(QStringLiteral("%1 %2 %3").arg(time, QLatin1String(signal), lineOf(fields)));
         }
+    }
+
+    /// For what this program asks for itself: leaves out what was said last.
+    void printNews(const char *signal, const Fields &fields)
+    {
+        if (last.value(signal) == fields)
+            return;
+        last.insert(signal, fields);
+        print(signal, fields);
     }
 
 private:
     bool json;
+    QHash<QByteArray, Fields> last;
 };
 } // namespace
 
 ExitStatus monitor(const Command &command)
 {
     WifiClient &client = command.client;
-    const Printer printer(command.options.json);
     // Tells at once when there is no daemon, or none for this user.
     if (const ExitStatus status = await(client.status()))
         return status;
 
-    QObject::connect(&client, &WifiClient::happened, [=](WifiClient::Event event) {
-        printer("status", {{QStringLiteral("status"), QLatin1String(wordOf(event))}});
+    Printer printer(command.options.json);
+    QObject::connect(&client, &WifiClient::happened, [&](WifiClient::Event event) {
+        printer.print("status", {{QStringLiteral("status"), QLatin1String(wordOf(event))}});
     });
-    QObject::connect(&client, &WifiClient::networkSeen,
-                     [=](const WifiNetwork &network) { printer("network", fieldsOf(network)); });
-    QObject::connect(&client, &WifiClient::accessPointLost, [=](const QString &bssid) {
-        printer("lost", {{QStringLiteral("bssid"), bssid}});
+    QObject::connect(&client, &WifiClient::networkSeen, [&](const WifiNetwork &network) {
+        printer.print("network", fieldsOf(network));
     });
-    QObject::connect(&client, &WifiClient::ssidReported, [=](const QString &ssid) {
-        printer("name", {{QStringLiteral("ssid"), ssid}});
+    QObject::connect(&client, &WifiClient::accessPointLost, [&](const QString &bssid) {
+        printer.print("lost", {{QStringLiteral("bssid"), bssid}});
     });
-    QObject::connect(&client, &WifiClient::addressReported, [=](const QString &address) {
-        printer("address", {{QStringLiteral("address"), address}});
+    QObject::connect(&client, &WifiClient::ssidReported, [&](const QString &ssid) {
+        printer.printNews("name", {{QStringLiteral("ssid"), ssid}});
     });
-    QObject::connect(&client, &WifiClient::statusReported,
-                     [=](const WifiStatus &status) { printer("connection", fieldsOf(status)); });
-    QObject::connect(&client, &WifiClient::wiredReported,
-                     [=](const WiredSettings &settings) { printer("wired", fieldsOf(settings)); });
-    QObject::connect(&client, &WifiClient::dhcpReported, [=](bool isDynamic) {
-        printer("dhcp", {{QStringLiteral("dhcp"), isDynamic}});
+    QObject::connect(&client, &WifiClient::addressReported, [&](const QString &address) {
+        printer.print("address", {{QStringLiteral("address"), address}});
     });
-    QObject::connect(&client, &WifiClient::stateChanged, [=, &client, wasThere = true]() mutable {
+    QObject::connect(&client, &WifiClient::statusReported, [&](const WifiStatus &status) {
+        printer.printNews("connection", fieldsOf(status));
+    });
+    QObject::connect(&client, &WifiClient::wiredReported, [&](const WiredSettings &settings) {
+        printer.print("wired", fieldsOf(settings));
+    });
+    QObject::connect(&client, &WifiClient::dhcpReported, [&](bool isDynamic) {
+        printer.print("dhcp", {{QStringLiteral("dhcp"), isDynamic}});
+    });
+    QObject::connect(&client, &WifiClient::stateChanged, [&, wasThere = true]() mutable {
         const bool isThere = client.state() != WifiClient::Unavailable;
         if (isThere != wasThere)
-            printer("daemon", {{QStringLiteral("available"), isThere}});
+            printer.print("daemon", {{QStringLiteral("available"), isThere}});
         wasThere = isThere;
     });
+    client.setPollInterval(pollInterval);
     return static_cast<ExitStatus>(QCoreApplication::exec());
 }

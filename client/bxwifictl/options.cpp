@@ -4,12 +4,17 @@
 #include "options.h"
 
 #include "command.h"
+#include "securityword.h"
+#include "utf8.h"
 
+#include <QFile>
+
+#include <chrono>
 #include <cstring>
 
 #include <getopt.h>
 
-using BxWifi::Security;
+using BxWifi::JoinSettings;
 
 namespace
 {
@@ -26,36 +31,34 @@ const option longOptions[] = {
     {nullptr, 0, nullptr, 0},
 };
 
-struct SecurityName {
-    const char *name;
-    Security security;
-};
-constexpr SecurityName securityNames[] = {{"open", Security::Open},
-                                          {"wep", Security::Wep},
-                                          {"wpa", Security::Wpa},
-                                          {"wpa3", Security::Wpa3},
-                                          {"peap", Security::Enterprise}};
+constexpr std::chrono::seconds longestTimeout = std::chrono::hours(24);
 
-bool setSecurity(Options &options, const char *value)
+/// Names of networks are bytes, whatever the locale says.
+bool setText(QString &text, const char *value)
 {
-    for (const SecurityName &entry : securityNames) {
-        if (std::strcmp(entry.name, value) == 0) {
-            options.security = entry.security;
-            return true;
-        }
-    }
-    printError(QStringLiteral("--security is open, wpa, wpa3, wep or peap"));
-    return false;
+    const auto decoded = textOf(value);
+    if (!decoded)
+        printError(QStringLiteral("'%1' is not UTF-8 text").arg(QString::fromUtf8(value)));
+    text = decoded.value_or(QString());
+    return decoded.has_value();
 }
 
-bool setTimeout(Options &options, const char *value)
+bool setSecurity(JoinSettings &settings, const char *value)
 {
-    bool isNumber = false;
-    const int seconds = QByteArray(value).toInt(&isNumber);
-    options.timeout = std::chrono::seconds(seconds);
-    if (isNumber && seconds > 0)
+    const auto security = securityByWord(QLatin1String(value));
+    settings.security = security.value_or(settings.security);
+    if (!security)
+        printError(QStringLiteral("--security is open, wpa, wpa3, wep or peap"));
+    return security.has_value();
+}
+
+bool setTimeout(JoinSettings &settings, const char *value)
+{
+    settings.timeout = std::chrono::seconds(QByteArray(value).toInt()); // 0 if it is no number
+    if (settings.timeout.count() > 0 && settings.timeout <= longestTimeout)
         return true;
-    printError(QStringLiteral("--timeout takes whole seconds"));
+    printError(QStringLiteral("--timeout takes whole seconds, from 1 to %1 (a day)")
+                   .arg(longestTimeout.count()));
     return false;
 }
 
@@ -67,21 +70,20 @@ bool setOption(Options &options, int letter, const char *value)
     case 'a':
         return options.all = true;
     case 'H':
-        return options.hidden = true;
+        return options.join.hidden = true;
     case 'S':
         return options.stored = true;
     case 'h':
         return options.help = true;
     case 's':
-        return setSecurity(options, value);
+        return setSecurity(options.join, value);
     case 'i':
-        options.identity = QString::fromUtf8(value);
-        return true;
+        return setText(options.join.identity, value);
     case 'p':
-        options.passwordFile = QString::fromUtf8(value);
+        options.passwordFile = QFile::decodeName(value);
         return true;
     case 't':
-        return setTimeout(options, value);
+        return setTimeout(options.join, value);
     default: // getopt has said what is wrong
         return false;
     }
@@ -102,8 +104,11 @@ std::optional<Options> parseOptions(int argc, char **argv, const char *accepted)
         if (!setOption(options, letter, optarg))
             return std::nullopt;
     }
-    // Names of networks are bytes, whatever the locale says.
-    for (int i = optind; i < argc; ++i)
-        options.arguments << QString::fromUtf8(argv[i]);
+    for (int i = optind; i < argc; ++i) {
+        QString argument;
+        if (!setText(argument, argv[i]))
+            return std::nullopt;
+        options.arguments << argument;
+    }
     return options;
 }

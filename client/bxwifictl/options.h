@@ -3,25 +3,21 @@
 
 #pragma once
 
-#include <bxwifi/security.h>
+#include <bxwifi/joinsettings.h>
 
 #include <QString>
 #include <QStringList>
 
-#include <chrono>
 #include <optional>
 
 /// What was given behind the verb.
 struct Options {
     bool json = false;
     bool all = false;
-    bool hidden = false;
     bool stored = false;
     bool help = false;
-    BxWifi::Security security = BxWifi::Security::Automatic;
-    QString identity;
+    BxWifi::JoinSettings join; ///< without name and secret
     QString passwordFile;
-    std::chrono::seconds timeout{45};
     QStringList arguments; ///< without options
 };
 

@@ -28,11 +28,42 @@ bool isSafe(uint character)
     }
 }
 
+// For a device without the locale from which the C library takes the widths: the blocks of East
+// Asian and pictorial characters of Unicode's EastAsianWidth.txt.
+struct Block {
+    uint first, last;
+};
+constexpr Block wideBlocks[] = {
+    {0x1100, 0x115f}, {0x2e80, 0xa4cf}, {0xac00, 0xd7a3},   {0xf900, 0xfaff},   {0xfe30, 0xfe6f},
+    {0xff01, 0xff60}, {0xffe0, 0xffe6}, {0x1f300, 0x1f64f}, {0x1f900, 0x1f9ff}, {0x20000, 0x3fffd}};
+
+int likelyWidthOf(uint character)
+{
+    const auto category = QChar::category(character);
+    if (category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing)
+        return 0;
+    const bool isWide =
+        std::any_of(std::begin(wideBlocks), std::end(wideBlocks), [=](const Block &block) {
+            return character >= block.first && character <= block.last;
+        });
+    return isWide ? 2 : 1;
+}
+
+/// QString::fromUcs4() drops a byte-order mark.
+QString textOf(uint character)
+{
+    if (!QChar::requiresSurrogates(character))
+        return QChar(static_cast<ushort>(character));
+    return QString(QChar(QChar::highSurrogate(character))) + QChar(QChar::lowSurrogate(character));
+}
+
 int widthOf(const QString &text)
 {
     int width = 0;
-    for (const uint character : text.toUcs4())
-        width += std::max(wcwidth(static_cast<wchar_t>(character)), 0);
+    for (const uint character : text.toUcs4()) {
+        const int known = wcwidth(static_cast<wchar_t>(character));
+        width += known >= 0 ? known : likelyWidthOf(character);
+    }
     return width;
 }
 
@@ -75,7 +106,7 @@ QString terminalSafe(const QString &text)
 {
     QString safe;
     for (const uint character : text.toUcs4()) {
-        const QString piece = QString::fromUcs4(&character, 1);
+        const QString piece = textOf(character);
         if (isSafe(character)) {
             safe += piece;
             continue;

@@ -3,80 +3,100 @@
 
 #include "secret.h"
 
+#include "interruption.h"
 #include "output.h"
+#include "utf8.h"
 
 #include <QFile>
 
 #include <cstdio>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
 
 namespace
 {
-constexpr char interrupt = '\003'; // Ctrl-C
-
-/// The terminal, set for the time of one question: Ctrl-C ends the line instead of the process, so
-/// that a terminal without echo is never left behind.
+/// The terminal, set for the time of one question. The keys that stop a program or dump its core
+/// are dead meanwhile, so that a terminal without echo is never left behind.
 class Terminal
 {
 public:
     explicit Terminal(bool echo)
     {
-        if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered) ||
-            tcgetattr(file.handle(), &before) != 0)
-            return;
+        tcgetattr(input, &before);
         termios during = before;
-        during.c_lflag &= ~static_cast<tcflag_t>(echo ? ISIG : ISIG | ECHO);
-        during.c_cc[VEOL] = interrupt;
-        tcsetattr(file.handle(), TCSAFLUSH, &during);
-        isSet = true;
+        during.c_cc[VSUSP] = during.c_cc[VQUIT] = _POSIX_VDISABLE;
+        if (!echo)
+            during.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        tcsetattr(input, TCSAFLUSH, &during);
     }
     ~Terminal()
     {
-        if (isSet)
-            tcsetattr(file.handle(), TCSAFLUSH, &before);
+        tcsetattr(input, TCSAFLUSH, &before);
+        if (own >= 0)
+            close(own);
     }
     Q_DISABLE_COPY_MOVE(Terminal)
 
-    QFile file{QStringLiteral("/dev/tty")};
+    void write(const QByteArray &text) const
+    {
+        [[maybe_unused]] const ssize_t written = ::write(output, text.constData(), text.size());
+    }
+
+    /// One line as the terminal hands it out, which may be more than one read; without a line feed
+    /// if it was given up.
+    QByteArray readLine() const
+    {
+        QByteArray line;
+        pollfd sources[] = {{input, POLLIN, 0}, {Interruption::descriptor(), POLLIN, 0}};
+        while (!line.endsWith('\n')) {
+            char byte = 0;
+            if (poll(sources, 2, -1) < 0)
+                continue; // a signal, which the next round sees
+            if (sources[1].revents != 0 || ::read(input, &byte, 1) != 1)
+                break;
+            line += byte;
+        }
+        return line;
+    }
 
 private:
+    // A serial console may have no terminal by that name, and is asked as it is.
+    const int own = open("/dev/tty", O_RDWR | O_NOCTTY | O_CLOEXEC);
+    const int input = own >= 0 ? own : STDIN_FILENO;
+    const int output = own >= 0 ? own : STDERR_FILENO;
     termios before{};
-    bool isSet = false;
 };
 
-/// One line as the terminal hands it out, which may be more than one read.
-QByteArray readLine(int descriptor)
-{
-    QByteArray line;
-    for (char byte; ::read(descriptor, &byte, 1) == 1;) {
-        line += byte;
-        if (byte == '\n' || byte == interrupt)
-            break;
-    }
-    return line;
-}
-
-QString withoutLineEnd(QByteArray line)
+/// The text of a line without its end.
+ExitStatus take(QByteArray line, const QString &source, QString &text)
 {
     if (line.endsWith('\n'))
         line.chop(1);
     if (line.endsWith('\r'))
         line.chop(1);
-    return QString::fromUtf8(line);
+    const auto decoded = textOf(line);
+    if (!decoded)
+        return failUsage(QStringLiteral("%1 is not UTF-8 text").arg(source));
+    text = *decoded;
+    return Success;
 }
 } // namespace
 
-std::optional<QString> readSecretFile(const QString &path)
+ExitStatus readSecretFile(const QString &path, QString &secret)
 {
     QFile file(path);
     const bool isOpen = path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
                                                    : file.open(QIODevice::ReadOnly);
     if (!isOpen)
-        return std::nullopt;
-    return withoutLineEnd(file.readLine());
+        return failUsage(QStringLiteral("cannot read %1").arg(path));
+    const QString firstLine = QStringLiteral("the first line of %1").arg(path);
+    const ExitStatus status = take(file.readLine(), firstLine, secret);
+    if (status == Success && secret.isEmpty())
+        return failUsage(QStringLiteral("%1 is empty").arg(firstLine));
+    return status;
 }
 
 bool canAsk()
@@ -84,14 +104,19 @@ bool canAsk()
     return isatty(STDIN_FILENO);
 }
 
-std::optional<QString> ask(const QString &question, bool echo)
+ExitStatus ask(const QString &question, bool echo, QString &answer)
 {
-    Terminal terminal(echo);
-    terminal.file.write(terminalSafe(question).toUtf8());
-    const QByteArray line = readLine(terminal.file.handle());
+    const Interruption interruption;
+    const Terminal terminal(echo);
+    terminal.write(terminalSafe(question).toUtf8());
+    const QByteArray line = terminal.readLine();
     if (!echo || !line.endsWith('\n'))
-        terminal.file.write("\n");
-    if (!line.endsWith('\n'))
-        return std::nullopt;
-    return withoutLineEnd(line);
+        terminal.write("\n");
+    if (Interruption::status() != Success)
+        return Interruption::status();
+    if (!line.endsWith('\n')) {
+        printError(QStringLiteral("no answer"));
+        return Failure;
+    }
+    return take(line, QStringLiteral("what was typed"), answer);
 }

@@ -3,16 +3,18 @@
 
 #pragma once
 
+#include "command.h"
+
 #include <QString>
 
-#include <optional>
+// Both print what went wrong.
 
-/// First line of a file, or of standard input for "-". None when it cannot be read.
-std::optional<QString> readSecretFile(const QString &path);
+/// Takes the first line of a file, or of standard input for "-".
+ExitStatus readSecretFile(const QString &path, QString &secret);
 
 /// Whether there is a terminal to ask on.
 bool canAsk();
 
-/// Asks on the terminal, without showing what is typed unless `echo` is set. None when the user
-/// gave up with Ctrl-C or Ctrl-D.
-std::optional<QString> ask(const QString &question, bool echo);
+/// Asks on the terminal, without showing what is typed unless `echo` is set. Ctrl-C, like any
+/// signal that ends a program, and Ctrl-D are no answer.
+ExitStatus ask(const QString &question, bool echo, QString &answer);

@@ -9,8 +9,14 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
+#include <unistd.h>
+
 void rememberNetworks(const QVector<BxWifi::WifiNetwork> &accessPoints)
 {
+    // Scripts and services complete nothing, and shall wear no flash memory. Without a home the
+    // place would be the root folder.
+    if (!isatty(STDOUT_FILENO) || qEnvironmentVariableIsEmpty("HOME"))
+        return;
     const QDir cache(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation));
     cache.mkpath(QStringLiteral("bxwifictl"));
     QSaveFile file(cache.filePath(QStringLiteral("bxwifictl/networks")));

@@ -1,48 +1,22 @@
 // SPDX-FileCopyrightText: 2026 The bxwifid developers
 // SPDX-License-Identifier: BSD-3-Clause
 
-// The verbs about the wireless connection.
+// The verbs about the wireless connection, but for the one that joins a network.
 
 #include "command.h"
 #include "output.h"
-#include "secret.h"
+#include "securityword.h"
 #include "seennetworks.h"
 
-#include <QElapsedTimer>
 #include <QJsonArray>
 
-#include <cstdio>
-
-using BxWifi::JoinSettings;
-using BxWifi::Security;
 using BxWifi::WifiNetwork;
-using BxWifi::WifiReply;
 using BxWifi::WifiStatus;
 
 namespace
 {
 constexpr const char *boldGreen = "\033[1;32m";
 constexpr const char *plain = "\033[0m";
-
-QString securityWord(Security security)
-{
-    switch (security) {
-    case Security::Open:
-        return QStringLiteral("open");
-    case Security::Wep:
-        return QStringLiteral("wep");
-    case Security::Wpa:
-        return QStringLiteral("wpa");
-    case Security::Wpa3:
-        return QStringLiteral("wpa3");
-    case Security::Enterprise:
-        return QStringLiteral("peap");
-    case Security::Automatic:
-    case Security::Unsupported:
-        break;
-    }
-    return QStringLiteral("unsupported");
-}
 
 QString stateWord(const WifiStatus &status)
 {
@@ -59,7 +33,7 @@ QJsonObject jsonOf(const WifiNetwork &network, bool isJoined)
                          {QStringLiteral("frequency_mhz"), network.frequency},
                          {QStringLiteral("channel"), network.channel()},
                          {QStringLiteral("band"), network.band()},
-                         {QStringLiteral("security"), securityWord(network.security())},
+                         {QStringLiteral("security"), wordOf(network.security())},
                          {QStringLiteral("joined"), isJoined}});
 }
 
@@ -99,110 +73,6 @@ void printNetworks(const QVector<WifiNetwork> &networks, const QVector<bool> &jo
         print(isMarked ? QLatin1String(boldGreen) + lines[i] + QLatin1String(plain) : lines[i]);
     }
 }
-
-void printProgress(const char *step)
-{
-    std::fprintf(stderr, "%s ...\n", step);
-}
-
-void showStage(WifiReply::Stage stage)
-{
-    switch (stage) {
-    case WifiReply::Waiting:
-        return;
-    case WifiReply::Scanning:
-        printProgress("scanning");
-        return;
-    case WifiReply::Asking:
-        printProgress("asking the daemon");
-        return;
-    case WifiReply::Associating:
-        printProgress("associating");
-        return;
-    case WifiReply::Addressing:
-        printProgress("waiting for an address");
-        return;
-    case WifiReply::Returning:
-        printProgress("going back");
-        return;
-    }
-}
-
-/// Takes the security that the network announces.
-ExitStatus lookUp(const Command &command, JoinSettings &settings)
-{
-    printProgress("scanning");
-    auto *reply = command.client.scan();
-    if (const ExitStatus status = await(reply))
-        return status;
-    rememberNetworks(reply->value());
-    const WifiNetwork network = command.client.networks()->network(settings.ssid);
-    if (network.bssid.isEmpty()) {
-        printError(QStringLiteral("%1: no such network in sight; a hidden one needs --hidden")
-                       .arg(settings.ssid));
-        return NotFound;
-    }
-    settings.security = network.security();
-    return Success;
-}
-
-ExitStatus noSecret(const JoinSettings &settings)
-{
-    return failUsage(QStringLiteral("%1 needs a passphrase: give --password-file, or --stored")
-                         .arg(settings.ssid));
-}
-
-ExitStatus takeIdentity(const Options &options, JoinSettings &settings)
-{
-    settings.identity = options.identity;
-    if (settings.security != Security::Enterprise || !settings.identity.isEmpty())
-        return Success;
-    if (!canAsk())
-        return failUsage(QStringLiteral("%1 needs --identity").arg(settings.ssid));
-    const auto identity = ask(QStringLiteral("Identity for %1: ").arg(settings.ssid), true);
-    settings.identity = identity.value_or(QString());
-    return identity ? Success : Failure;
-}
-
-ExitStatus takeSecret(const Options &options, JoinSettings &settings)
-{
-    std::optional<QString> secret;
-    if (!options.passwordFile.isEmpty()) {
-        secret = readSecretFile(options.passwordFile);
-        if (!secret)
-            return failUsage(QStringLiteral("cannot read %1").arg(options.passwordFile));
-        if (secret->isEmpty())
-            return noSecret(settings);
-    } else if (canAsk()) {
-        const bool mayBeStored =
-            settings.security == Security::Wpa || settings.security == Security::Wep;
-        const QString question = mayBeStored
-                                     ? QStringLiteral("Passphrase for %1 (empty: the stored one): ")
-                                     : QStringLiteral("Passphrase for %1: ");
-        secret = ask(question.arg(settings.ssid), false);
-        if (!secret)
-            return Failure;
-    } else {
-        return noSecret(settings);
-    }
-    settings.secret = *secret;
-    return Success;
-}
-
-ExitStatus takeCredentials(const Options &options, JoinSettings &settings)
-{
-    if (settings.security == Security::Open || settings.security == Security::Unsupported ||
-        options.stored)
-        return Success;
-    if (const ExitStatus status = takeIdentity(options, settings))
-        return status;
-    return takeSecret(options, settings);
-}
-
-const QString &soleArgument(const Command &command)
-{
-    return command.options.arguments.constFirst();
-}
 } // namespace
 
 ExitStatus showStatus(const Command &command)
@@ -225,7 +95,10 @@ ExitStatus showStatus(const Command &command)
         printJson(jsonOf(fields));
     else
         print(listOf(fields));
-    return Success;
+    if (!status.supplicantState.isEmpty())
+        return Success;
+    printError(QStringLiteral("the daemon has no supplicant to talk to"));
+    return Failure;
 }
 
 ExitStatus scan(const Command &command)
@@ -255,39 +128,6 @@ ExitStatus scan(const Command &command)
     return Success;
 }
 
-ExitStatus connectTo(const Command &command)
-{
-    const Options &options = command.options;
-    QElapsedTimer elapsed;
-    JoinSettings settings;
-    settings.ssid = soleArgument(command);
-    settings.hidden = options.hidden;
-    settings.security = options.security;
-    if (settings.security == Security::Automatic && options.hidden)
-        settings.security = Security::Wpa;
-
-    elapsed.start();
-    if (settings.security == Security::Automatic) {
-        if (const ExitStatus status = lookUp(command, settings))
-            return status;
-    }
-    settings.timeout = options.timeout - std::chrono::seconds(elapsed.elapsed() / 1000);
-    if (const ExitStatus status = takeCredentials(options, settings))
-        return status;
-
-    auto *reply = command.client.connectTo(settings);
-    QObject::connect(reply, &WifiReply::stageChanged, showStage);
-    if (const ExitStatus status = await(reply, settings.ssid))
-        return status;
-    const Fields fields{{QStringLiteral("ssid"), settings.ssid},
-                        {QStringLiteral("address"), reply->value()}};
-    if (options.json)
-        printJson(jsonOf(fields));
-    else
-        print(listOf(fields));
-    return Success;
-}
-
 ExitStatus disconnect(const Command &command)
 {
     return await(command.client.disconnectFromNetwork());
@@ -295,7 +135,7 @@ ExitStatus disconnect(const Command &command)
 
 ExitStatus forget(const Command &command)
 {
-    return await(command.client.forget(soleArgument(command)), soleArgument(command));
+    return await(command.client.forget(command.soleArgument()), command.soleArgument());
 }
 
 ExitStatus showAddress(const Command &command)

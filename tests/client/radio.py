@@ -1,48 +1,146 @@
 # SPDX-FileCopyrightText: 2026 The bxwifid developers
 # SPDX-License-Identifier: BSD-3-Clause
-"""Networks on the air around the supplicant."""
+"""Networks on the air around a supplicant that stores and joins them as the real one does."""
+
+import hashlib
+import threading
+from copy import deepcopy
 
 from harness.supplicant import FakeSupplicant
 
+ESCAPES = {ord(byte): "\\" + letter for byte, letter in zip('"\\\033\n\r\t', '"\\enrt')}
+LOOK_WAIT = 0.2  # seconds; what is selected is loaded anew before it is found
+OPEN = "[ESS]"
+# By the word for it in an access point's flags: the word for it in STATUS, and what the supplicant
+# calls a refusal of the secret, if it tells.
+KINDS = {"PSK": ("WPA2-PSK", "WRONG_KEY"), "SAE": ("SAE", "CONN_FAILED"),
+         "EAP": ("WPA2/IEEE 802.1X/EAP", "AUTH_FAILED"), "WEP": ("NONE", None),
+         OPEN: ("NONE", None)}
+
+
+def printed(ssid):
+    """An SSID as the supplicant prints it."""
+    return "".join(ESCAPES.get(byte) or (chr(byte) if 32 <= byte < 127 else f"\\x{byte:02x}")
+                   for byte in ssid.encode(errors="surrogateescape"))
+
+
+def key_of(passphrase, ssid):
+    return hashlib.pbkdf2_hmac("sha1", passphrase.encode(), ssid.encode(), 4096, 32).hex()
+
+
+def kind_of(network):
+    if network.get("key_mgmt") == "NONE":
+        return "WEP" if "wep_key0" in network else OPEN
+    return network.get("key_mgmt", "PSK")[-3:]
+
 
 class Radio(FakeSupplicant):
-    """A scan finds the networks of a table, in rows as the supplicant prints them, and the first
-    can be joined with the right key. It is stored twice then, as after two joins by hand."""
+    """A scan finds the access points of a table, in rows as the supplicant prints them. All that
+    are protected take one secret, as passphrase, WEP key or password. `networks` is what the
+    supplicant knows, by id, and `saved` what its configuration file holds; a network has its
+    parameters as they were set, without quotation marks, and "disabled"."""
 
-    def __init__(self, journal, table, key):
-        self.ssid = table[0].split("\t")[-1]
-        self.right_key = key
-        self.key = None
+    def __init__(self, journal, table, secret):
+        self.table = table
+        self.secret = secret
+        self.has_addresses = True
+        self.store()
         super().__init__(journal)
-        self.answer("SCAN_RESULTS", "\n".join(["header", *table, ""]))
-        self.answer("ADD_NETWORK", "0\n")
-        self.store([])
+
+    def store(self, *networks):
+        """Has these in its file and, as after a start, in use; none is joined."""
+        self.saved = [{"disabled": False, **network} for network in networks]
+        self.networks = dict(enumerate(deepcopy(self.saved)))
+        self.disconnect()
+
+    def stored(self):
+        """The names in its file, those of the disabled in parentheses."""
+        return [f"({network['ssid']})" if network["disabled"] else network["ssid"]
+                for network in self.saved]
+
+    def reply(self, command):
+        verb, *arguments = command.split(None, 3)
+        if arguments:
+            arguments[0] = int(arguments[0])
+        return getattr(self, verb.lower(), lambda *_: None)(*arguments) or "OK\n"
+
+    def add_network(self):
+        number = max(self.networks, default=-1) + 1
+        self.networks[number] = {"ssid": "", "disabled": True}
+        return f"{number}\n"
+
+    def set_network(self, number, parameter, value=""):
+        is_text = value.startswith('"')
+        text = value[1:-1] if is_text else value
+        if value in ("", "NULL") or parameter == "psk" and is_text and not 8 <= len(text) <= 63:
+            return "FAIL\n"
+        self.networks[number][parameter] = text
+
+    def enable_network(self, number):
+        self.networks[number]["disabled"] = False
+
+    def select_network(self, number):
+        for other, network in self.networks.items():
+            network["disabled"] = other != number
+        self.look()
+
+    def remove_network(self, number):
+        del self.networks[number]
+
+    def save_config(self):
+        self.saved = [deepcopy(network) for network in self.networks.values()
+                      if "psk" in network or network.get("key_mgmt") not in ("WPA-PSK", "SAE")]
+
+    def reconfigure(self):
+        self.networks = dict(enumerate(deepcopy(self.saved)))
+        self.look()
+
+    def list_networks(self):
+        return "header\n" + "".join(
+            f"{number}\t{printed(network['ssid'])}\tany\t{'[DISABLED]' * network['disabled']}\n"
+            for number, network in self.networks.items())
+
+    def scan_results(self):
+        return "\n".join(["header", *self.table, ""])
+
+    def status(self):
+        return f"{self.connection}wpa_state={self.state}\naddress=02:00:00:00:00:00\n"
 
     def react(self, command):
         if command == "SCAN":
             self.send_event("<3>CTRL-EVENT-SCAN-RESULTS ")
-        elif command == "ADD_NETWORK":
-            self.store(self.stored + ["0", "1"])
-        elif command.startswith("REMOVE_NETWORK "):
-            self.store([number for number in self.stored if number != command.split()[1]])
-        elif " psk " in command:
-            self.key = command.split(" psk ")[1]
-        elif command.startswith("SELECT_NETWORK"):
-            self.send_event("<3>CTRL-EVENT-SCAN-RESULTS ")  # the supplicant looks for it
-            self.associate()
 
-    def store(self, numbers):
-        self.stored = numbers
-        rows = [f"{number}\t{self.ssid}\tany\t\n" for number in numbers]
-        self.answer("LIST_NETWORKS", "header\n" + "".join(rows))
-        self.answer("STATUS", "wpa_state=DISCONNECTED\n")
+    def disconnect(self):
+        self.connection, self.state, self.candidates = "", "DISCONNECTED", []
 
-    def associate(self):
-        if self.key == self.right_key:
-            self.answer("STATUS", f"bssid=02:00:00:00:01:00\nssid={self.ssid}\n"
-                        "wpa_state=COMPLETED\nip_address=10.20.2.15\n")
-            self.send_event("<3>CTRL-EVENT-CONNECTED - Connection completed")
-        elif self.key != "NULL":
-            self.send_event("<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0 reason=WRONG_KEY")
-        else:  # it is some other network
-            self.send_event("<3>CTRL-EVENT-CONNECTED - Connection completed")
+    def look(self):
+        """Leaves what is joined, and joins one of those that are enabled and have a key."""
+        self.disconnect()
+        self.candidates = [network for network in self.networks.values() if not network["disabled"]
+                           and ("psk" in network or kind_of(network) not in ("PSK", "SAE"))]
+        self.state = "SCANNING" if self.candidates else "INACTIVE"
+        threading.Timer(LOOK_WAIT, self.associate, [self.candidates]).start()
+
+    def associate(self, candidates):
+        if candidates is not self.candidates:  # it has begun anew
+            return
+        self.send_event("<3>CTRL-EVENT-SCAN-RESULTS ")
+        for network in candidates:
+            for bssid, frequency, _, flags, name in (row.split("\t") for row in self.table):
+                kind = kind_of(network)
+                if name == printed(network["ssid"]) and (
+                        flags == OPEN if kind == OPEN else kind in flags):
+                    point = f"bssid={bssid}\nfreq={frequency}\nssid={name}\n"
+                    return self.meet(network, kind, point)
+
+    def meet(self, network, kind, point):
+        word, refusal = KINDS[kind]
+        secret = network.get("password", network.get("wep_key0", network.get("psk")))
+        is_right = kind == OPEN or secret in (self.secret, key_of(self.secret, network["ssid"]))
+        if refusal and not is_right:
+            self.send_event(f"<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0 reason={refusal}")
+            return
+        address = "ip_address=10.20.2.15\n" if is_right and self.has_addresses else ""
+        self.connection = f"{point}mode=station\npairwise_cipher=CCMP\nkey_mgmt={word}\n{address}"
+        self.state = "COMPLETED"
+        self.send_event("<3>CTRL-EVENT-CONNECTED - Connection completed")

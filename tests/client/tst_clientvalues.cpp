@@ -226,6 +226,7 @@ void ClientValuesTest::hostileTextNeverReachesTheTerminal()
         {"\033]0;owned\a", R"(\u001b]0;owned\u0007)"},
         {QString::fromUtf8("\u009b|\u202e|\u2028"), R"(\u009b|\u202e|\u2028)"},
         {QString::fromUtf8("\U000e0041"), R"(\udb40\udc41)"},
+        {QChar(QChar::ByteOrderMark) + harmless, R"(\ufeff)" + harmless},
         {harmless, harmless},
     };
     for (const auto &[text, safe] : cases)

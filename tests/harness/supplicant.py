@@ -23,8 +23,8 @@ class FakeSupplicant:
         self.start()
 
     def answer(self, command, *datagrams):
-        """Without datagrams the command is not answered; one without an entry is answered "OK". An
-        ATTACH that is answered otherwise is refused."""
+        """Without datagrams the command is not answered. An ATTACH that is answered otherwise than
+        "OK" is refused."""
         self.answers[command] = datagrams
 
     def send_event(self, message):
@@ -48,6 +48,10 @@ class FakeSupplicant:
         self.server.join()
         self.socket.close()
 
+    def reply(self, command):
+        """The answer to a command without an entry in the table."""
+        return "OK\n"
+
     def react(self, command):
         """For what a supplicant does besides its answer."""
 
@@ -63,7 +67,7 @@ class FakeSupplicant:
             self.react(command)
 
     def _answer(self, command, client):
-        datagrams = self.answers.get(command, ("OK\n",))
+        datagrams = self.answers[command] if command in self.answers else (self.reply(command),)
         if command == "ATTACH" and datagrams == ("OK\n",):
             self.monitors.append(client)
         for datagram in datagrams:

@@ -1,0 +1,209 @@
+// SPDX-FileCopyrightText: 2026 The bxwifid developers
+// SPDX-License-Identifier: BSD-3-Clause
+
+// The verb that joins a network.
+
+#include "command.h"
+#include "interruption.h"
+#include "output.h"
+#include "secret.h"
+#include "seennetworks.h"
+
+#include <QSocketNotifier>
+
+#include <chrono>
+#include <cstdio>
+
+using BxWifi::JoinSettings;
+using BxWifi::Security;
+using BxWifi::WifiReply;
+
+namespace
+{
+void printProgress(const QString &step)
+{
+    std::fprintf(stderr, "%s ...\n", terminalSafe(step).toUtf8().constData());
+}
+
+void showStage(WifiReply::Stage stage, const QString &former)
+{
+    switch (stage) {
+    case WifiReply::Waiting:
+        return;
+    case WifiReply::Scanning:
+        printProgress(QStringLiteral("scanning"));
+        return;
+    case WifiReply::Asking:
+        printProgress(QStringLiteral("asking the daemon"));
+        return;
+    case WifiReply::Associating:
+        printProgress(QStringLiteral("associating"));
+        return;
+    case WifiReply::Addressing:
+        printProgress(QStringLiteral("waiting for an address"));
+        return;
+    case WifiReply::Returning:
+        printProgress(QStringLiteral("going back to ") + former);
+        return;
+    }
+}
+
+/// Whether a join that fails cannot go back to a network with what is stored.
+bool takesSecretEveryTime(const QString &keyManagement)
+{
+    return keyManagement.contains(QLatin1String("SAE")) ||
+           keyManagement.contains(QLatin1String("EAP"));
+}
+
+/// Takes the name of the network that is joined now.
+ExitStatus takeFormer(const Command &command, QDeadlineTimer limit, QString &former)
+{
+    auto *reply = command.client.status();
+    if (const ExitStatus status = await(reply, {}, limit))
+        return status;
+    if (!reply->value().connected)
+        return Success;
+    former = reply->value().ssid;
+    if (takesSecretEveryTime(reply->value().keyManagement))
+        std::fprintf(stderr,
+                     "should this fail, the device cannot go back to %s, whose passphrase or login "
+                     "has to be given every time\n",
+                     terminalSafe(former).toUtf8().constData());
+    return Success;
+}
+
+/// Takes the security that the network announces; none if it announces several kinds.
+ExitStatus takeSecurity(const Command &command, QDeadlineTimer limit, JoinSettings &settings)
+{
+    showStage(WifiReply::Scanning, {});
+    auto *reply = command.client.scan();
+    if (const ExitStatus status = await(reply, settings.ssid, limit))
+        return status;
+    rememberNetworks(reply->value());
+    const auto *networks = command.client.networks();
+    if (networks->network(settings.ssid).bssid.isEmpty()) {
+        printError(QStringLiteral("%1: no such network in sight; a hidden one needs --hidden")
+                       .arg(settings.ssid));
+        return NotFound;
+    }
+    settings.security = networks->security(settings.ssid);
+    return Success;
+}
+
+bool mayBeStored(const JoinSettings &settings)
+{
+    return settings.security == Security::Wpa || settings.security == Security::Wep;
+}
+
+/// Why the options do not fit the network; empty when they do.
+QString misfit(const Options &options, const JoinSettings &settings)
+{
+    if (options.stored && !options.passwordFile.isEmpty())
+        return QStringLiteral("--stored and --password-file exclude each other");
+    if (settings.security == Security::Automatic || settings.security == Security::Unsupported)
+        return {}; // refused as such, by the library
+    if (options.stored && !mayBeStored(settings))
+        return QStringLiteral(
+            "--stored is for WPA, WPA2 and WEP; others are joined anew each time");
+    if (settings.security == Security::Open && !options.passwordFile.isEmpty())
+        return QStringLiteral("an open network takes no --password-file");
+    if (settings.security != Security::Enterprise && !settings.identity.isEmpty())
+        return QStringLiteral("--identity is for enterprise networks");
+    return {};
+}
+
+ExitStatus takeIdentity(JoinSettings &settings)
+{
+    if (settings.security != Security::Enterprise || !settings.identity.isEmpty())
+        return Success;
+    if (!canAsk())
+        return failUsage(QStringLiteral("%1 needs --identity").arg(settings.ssid));
+    return ask(QStringLiteral("Identity for %1: ").arg(settings.ssid), true, settings.identity);
+}
+
+ExitStatus takeSecret(const Options &options, JoinSettings &settings)
+{
+    if (!options.passwordFile.isEmpty())
+        return readSecretFile(options.passwordFile, settings.secret);
+    if (canAsk()) {
+        const QString question = mayBeStored(settings)
+                                     ? QStringLiteral("Passphrase for %1 (empty: the stored one): ")
+                                     : QStringLiteral("Passphrase for %1: ");
+        return ask(question.arg(settings.ssid), false, settings.secret);
+    }
+    const QString ways = mayBeStored(settings) ? QStringLiteral("--password-file, or --stored")
+                                               : QStringLiteral("--password-file");
+    return failUsage(QStringLiteral("%1 needs a passphrase: give %2").arg(settings.ssid, ways));
+}
+
+ExitStatus takeCredentials(const Options &options, JoinSettings &settings)
+{
+    const QString problem = misfit(options, settings);
+    if (!problem.isEmpty())
+        return failUsage(settings.ssid + QStringLiteral(": ") + problem);
+    switch (settings.security) {
+    case Security::Wep:
+    case Security::Wpa:
+    case Security::Wpa3:
+    case Security::Enterprise:
+        break;
+    case Security::Open:
+    case Security::Automatic:
+    case Security::Unsupported:
+        return Success;
+    }
+    if (options.stored)
+        return Success;
+    if (const ExitStatus status = takeIdentity(settings))
+        return status;
+    return takeSecret(options, settings);
+}
+
+ExitStatus join(const Command &command, const JoinSettings &settings, const QString &former)
+{
+    const Interruption interruption;
+    auto *reply = command.client.connectTo(settings);
+    QObject::connect(reply, &WifiReply::stageChanged,
+                     [=](WifiReply::Stage stage) { showStage(stage, former); });
+    QSocketNotifier notifier(Interruption::descriptor(), QSocketNotifier::Read);
+    QObject::connect(&notifier, &QSocketNotifier::activated, reply, [&notifier, reply] {
+        notifier.setEnabled(false);
+        if (reply->stage() != WifiReply::Returning) // for that would stay away
+            reply->abort();
+    });
+    const ExitStatus status = await(reply, settings.ssid);
+    if (status != Success && Interruption::status() != Success)
+        return Interruption::status();
+    if (status != Success)
+        return status;
+    const Fields fields{{QStringLiteral("ssid"), settings.ssid},
+                        {QStringLiteral("address"), reply->value()}};
+    if (command.options.json)
+        printJson(jsonOf(fields));
+    else
+        print(listOf(fields));
+    return Success;
+}
+} // namespace
+
+ExitStatus connectTo(const Command &command)
+{
+    JoinSettings settings = command.options.join;
+    settings.ssid = command.soleArgument();
+    if (settings.hidden && settings.security == Security::Automatic)
+        settings.security = Security::Wpa;
+
+    const QDeadlineTimer limit(settings.timeout);
+    QString former;
+    if (const ExitStatus status = takeFormer(command, limit, former))
+        return status;
+    if (settings.security == Security::Automatic) {
+        if (const ExitStatus status = takeSecurity(command, limit, settings))
+            return status;
+    }
+    // The time that somebody takes to type is not counted.
+    settings.timeout = std::chrono::ceil<std::chrono::seconds>(limit.remainingTimeAsDuration());
+    if (const ExitStatus status = takeCredentials(command.options, settings))
+        return status;
+    return join(command, settings, former);
+}

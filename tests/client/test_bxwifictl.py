@@ -211,8 +211,9 @@ supplicant state  COMPLETED
     marked = "*  你                   02:00:00:00:04:00"
     assert [line[:len(marked)] for line in bxwifictl("scan", "--all")[1].splitlines()
             if line.startswith("*")] == [marked]
-    assert [network["ssid"] for network in json.loads(bxwifictl("scan", "--json")[1])
-            if network["joined"]] == ["你"]
+    assert json.loads(bxwifictl("scan", "--json")[1])[2] == {
+        "ssid": "你", "bssid": "02:00:00:00:04:00", "signal_dbm": -81, "frequency_mhz": 2437,
+        "channel": 6, "band": "2.4 GHz", "security": "wpa3", "joined": True}
     assert bxwifictl("connect", "Nowhere")[2].startswith(
         "should this fail, the device cannot go back to 你, whose passphrase or login has to be "
         "given every time\nscanning ...\n")

@@ -24,7 +24,8 @@ BXStatic recordOf(const WiredSettings &settings)
 
 WifiClient::WifiClient(QObject *parent) : QObject(parent)
 {
-    // The names by which QML finds the types of what the methods return.
+    // The names by which QML finds the types of what the methods take and return.
+    qRegisterMetaType<Security>("BxWifi::Security");
     qRegisterMetaType<ScanReply *>("BxWifi::ScanReply*");
     qRegisterMetaType<AddressReply *>("BxWifi::AddressReply*");
     qRegisterMetaType<StatusReply *>("BxWifi::StatusReply*");
@@ -112,8 +113,15 @@ AddressReply *WifiClient::connectTo(const JoinSettings &settings)
 AddressReply *WifiClient::connectTo(const QString &ssid, const QString &secret,
                                     const QString &identity)
 {
+    return connectTo(ssid, secret, identity, Security::Automatic);
+}
+
+AddressReply *WifiClient::connectTo(const QString &ssid, const QString &secret,
+                                    const QString &identity, Security security)
+{
     JoinSettings settings;
     settings.ssid = ssid;
+    settings.security = security;
     settings.secret = secret;
     settings.identity = identity;
     return connectTo(settings);

@@ -106,6 +106,9 @@ public:
     /// differ in that.
     Q_INVOKABLE BxWifi::AddressReply *connectTo(const QString &ssid, const QString &secret,
                                                 const QString &identity = {});
+    /// Joins a network in one of the ways that it announces.
+    Q_INVOKABLE BxWifi::AddressReply *connectTo(const QString &ssid, const QString &secret,
+                                                const QString &identity, BxWifi::Security security);
     /// Joins a network that does not announce its name, nor how it is protected.
     Q_INVOKABLE BxWifi::AddressReply *connectToHidden(const QString &ssid,
                                                       BxWifi::Security security,

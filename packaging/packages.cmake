@@ -13,6 +13,9 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXE
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
 set(CPACK_COMPONENTS_ALL bxwifid libbxwificlient1 libbxwifi-dev)
+if(BXWIFI_QML)
+    list(APPEND CPACK_COMPONENTS_ALL qml-module-bxwifi)
+endif()
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -60,6 +63,18 @@ set(CPACK_DEBIAN_LIBBXWIFI-DEV_DESCRIPTION
 Headers, CMake package and pkg-config files for programs that call bxwifid
 through its client library, and for launchers of one's own around the daemon's
 library.")
+
+set(CPACK_DEBIAN_QML-MODULE-BXWIFI_PACKAGE_NAME qml-module-bxwifi)
+set(CPACK_DEBIAN_QML-MODULE-BXWIFI_PACKAGE_SECTION libs)
+# What its files import; the version binds what it hands out to the library that it comes from.
+set(CPACK_DEBIAN_QML-MODULE-BXWIFI_PACKAGE_DEPENDS
+    "libbxwificlient1 ${same_version}, qml-module-qtquick2, qml-module-qtquick-window2, \
+qml-module-qtquick-controls2, qml-module-qtquick-layouts")
+set(CPACK_DEBIAN_QML-MODULE-BXWIFI_DESCRIPTION
+"Network configuration through bxwifid, QML modules
+BxWifi brings the client library's classes to QML. BxWifi.Controls has the
+parts of a user interface that lets somebody choose a network: a list, a sheet
+that asks for the passphrase, and a form for the wired interface.")
 
 # Which version of a library a program needs, by the names that it uses. Some names differ where a
 # long has 32 bits; there the version of the package has to do.

@@ -1,49 +1,88 @@
 # SPDX-FileCopyrightText: 2026 The bxwifid developers
 # SPDX-License-Identifier: BSD-3-Clause
-"""The examples: the panel and the console program."""
+"""The QML module and the examples: the panel and the console program."""
 
+import json
 import os
 import subprocess
 from functools import partial
 
 import pytest
 from harness.bed import Bed
-from harness.waiting import comes_true
 
 from radio import Radio
 
-TABLE = [r"02:00:00:00:01:00	2412	-48	[WPA2-PSK-CCMP][ESS]	Lab WPA2",
-         r"02:00:00:00:02:00	2437	-60	[ESS]	Lab Open",
-         r"02:00:00:00:03:00	2437	-66	[WPA2-EAP-CCMP][ESS]	Lab Enterprise",
+TABLE = ["02:00:00:00:01:00	2412	-48	[WPA2-PSK-CCMP][ESS]	Lab WPA2",
+         "02:00:00:00:02:00	2437	-60	[ESS]	Lab Open",
+         "02:00:00:00:03:00	2437	-66	[WPA2-EAP-CCMP][ESS]	Lab Enterprise",
          r"02:00:00:00:04:00	5745	-72	[WPA2-SAE-CCMP][ESS]	Gr\xc3\xbc\xc3\x9fe",
-         r"02:00:00:00:05:00	5180	-80	[WEP][ESS]	Lab WEP",
-         r"02:00:00:00:06:00	5180	-90	[ESS]	\e[31mred"]
+         "02:00:00:00:05:00	5180	-80	[WEP][ESS]	Lab WEP"]
+# Two access points of one name, and names that are markup, and colour a terminal.
+STRANGE = ["02:00:00:00:06:00	2412	-81	[ESS]	Twin",
+           "02:00:00:00:07:00	2412	-82	[WPA2-PSK-CCMP][ESS]	Twin",
+           "02:00:00:00:08:00	2412	-83	[WPA2-PSK-CCMP][ESS]	<img src=http://192.0.2.1/x>",
+           r"02:00:00:00:09:00	5180	-90	[ESS]	\e[31mred"]
 SECRET = "correct horse battery"
+MODULE = """
+import QtQuick 2.15
+import BxWifi 1.0
+Item {
+    function follow(reply, next) {
+        reply.finished.connect(function() { console.log(JSON.stringify(reply.result)); next() })
+    }
+    WifiClient {
+        id: wifi
+        onNetworkSeen: if (network.security === Security.Open) console.log(network.ssid)
+    }
+    Component.onCompleted:
+        follow(wifi.scan(), () => follow(wifi.connectTo("Lab Open", ""),
+            () => follow(wifi.status(), () => follow(wifi.wiredSettings(), Qt.quit))))
+}
+"""
 
 
 @pytest.fixture
 def bed():
     with Bed(partial(Radio, table=TABLE, secret=SECRET)) as bed:
         bed.tools.script("fw_printenv", 'echo "$1=stored $1"')
+        bed.tools.script("fw_setenv", "kill -KILL $PPID")
         bed.start()
         yield bed
 
 
-def test_panel(bed):
-    with subprocess.Popen([os.environ["PANEL"]], stdout=subprocess.PIPE, text=True) as fingers:
-        for line in fingers.stdout:
+@pytest.mark.parametrize("test", ["panel", "knownNetworks", "underWay", "plainText", "keyboard"])
+def test_panel(bed, test):
+    if test != "panel":
+        bed.supplicant.table = TABLE + STRANGE
+    with subprocess.Popen([os.environ["PANEL"], test], stdout=subprocess.PIPE, text=True) as panel:
+        for line in panel.stdout:
             print(line, end="")
-            if line == "stop when that is forgotten\n":
-                assert comes_true(lambda: bed.supplicant.stored() == [])
-                bed.daemon.stop()
-            elif line == "start\n":
+            if line == "start\n":
+                bed.daemon.process = None  # it was killed
                 bed.daemon.start()
-    assert fingers.returncode == 0
-    assert bed.journal.entries().count("ADD_NETWORK") == 3
+    assert panel.returncode == 0
+
+
+@pytest.mark.skipif("SANITIZED" in os.environ, reason="qml is built without sanitizers")
+def test_module(bed, tmp_path):
+    """QML alone sees all fields of what the client brings."""
+    (tmp_path / "module.qml").write_text(MODULE)
+    qml = subprocess.run(["qml", tmp_path / "module.qml"], capture_output=True, text=True,
+                         timeout=60)
+    said = [line[5:] for line in qml.stderr.splitlines() if line.startswith("qml: ")]
+    assert said.pop(0) == said.pop(1) == "Lab Open", qml
+    scan, address, status, wired = map(json.loads, said)
+    assert list(scan[3].values()) == ["Grüße", "02:00:00:00:04:00", -72, 5745,
+                                      "[WPA2-SAE-CCMP][ESS]", 4, 149, "5 GHz", 2]
+    assert list(status.values()) == [True, "Lab Open", address, "02:00:00:00:02:00", 2437,
+                                     "station", "CCMP", "", "NONE", "COMPLETED"]
+    assert wired == {"address": "stored ipaddr", "gateway": "stored gatewayip", "dhcp": True,
+                     "netmask": "stored netmask", "macAddress": "stored ethaddr"}
 
 
 @pytest.mark.parametrize("program", ["CONSOLE", "PYTHON"])
 def test_console(bed, program):
+    bed.supplicant.table = TABLE + STRANGE
     console = subprocess.run([os.environ[program], "Lab WPA2", SECRET],
                              capture_output=True, text=True, timeout=60)
     assert console.stdout.startswith("-48 dBm  Lab WPA2\n"), console

@@ -4,8 +4,10 @@
 // The panel under a user's fingers, on a screen that is not there. It is run by test_examples.py,
 // which reads what is to happen to the daemon meanwhile.
 
-#include "panel.h"
+#include <bxwifi/wificlient.h>
 
+#include <QAccessible>
+#include <QMap>
 #include <QPixmap>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
@@ -19,60 +21,88 @@
 /// For what other processes do, however busy the machine is.
 #define EVENTUALLY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, 30000)
 
+using namespace BxWifi;
+
 namespace
 {
-void ask(const char *what)
-{
-    std::puts(what);
-    std::fflush(stdout);
-}
+const auto secret = QStringLiteral("correct horse battery"); ///< of every network
 
 /// The panel's window, used without a mouse, which would miss what is still moving.
 struct Panel {
     Panel()
     {
-        loadPanel(engine, client);
+        engine.load(QStringLiteral(PANEL));
         window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+        client = window->findChild<WifiClient *>();
+        EVENTUALLY(window->isActive());
     }
 
-    /// A visible item; null if there is none by that name.
-    QQuickItem *item(const QString &name, QQuickItem *in = nullptr) const
+    /// All visible items below one.
+    QList<QQuickItem *> items(QQuickItem *in = nullptr) const
     {
+        QList<QQuickItem *> found;
         const auto children = (in ? in : window->contentItem())->childItems();
         for (QQuickItem *child : children) {
-            if (child->objectName() == name && child->isVisible())
-                return child;
-            if (QQuickItem *found = item(name, child))
-                return found;
+            if (child->isVisible())
+                found << child << items(child);
         }
-        return nullptr;
+        return found;
     }
 
-    QString text(const QString &name) const
+    /// Of the visible item by that name, if there is one.
+    QVariant property(const QString &name, const char *property) const
     {
-        const QQuickItem *found = item(name);
-        return found ? found->property("text").toString() : QString();
+        for (const QQuickItem *item : items()) {
+            if (item->objectName() == name)
+                return item->property(property);
+        }
+        return {};
     }
+    bool isVisible(const QString &name) const { return property(name, "visible").toBool(); }
+    bool hasFocus(const QString &name) const { return property(name, "activeFocus").toBool(); }
+    QString text(const QString &name) const { return property(name, "text").toString(); }
 
     void press(const QString &name) const
     {
-        EVENTUALLY(item(name));
-        item(name)->forceActiveFocus();
+        EVENTUALLY(property(name, "enabled").toBool());
+        for (QQuickItem *item : items()) {
+            if (item->objectName() == name)
+                item->forceActiveFocus();
+        }
         QTest::keyClick(window, Qt::Key_Space);
     }
 
-    void enter(const QString &secret) const
+    /// Types into the field that comes to have the focus.
+    void type(const QString &field, const QString &what, Qt::Key end = Qt::Key_Return) const
     {
-        EVENTUALLY(item("secret") && item("secret")->hasActiveFocus());
+        EVENTUALLY(hasFocus(field));
         QTest::keySequence(window, QKeySequence::SelectAll);
-        for (const QChar character : secret)
+        for (const QChar character : what)
             QTest::keyClick(window, character.toLatin1());
-        QTest::keyClick(window, Qt::Key_Return);
+        QTest::keyClick(window, end);
     }
 
-    BxWifi::WifiClient client;
+    /// Begins to join a network that is not there.
+    void joinNowhere() const
+    {
+        press("hidden");
+        type("name", "Nowhere", Qt::Key_Tab);
+        type("kinds", {}, Qt::Key_Tab);
+        type("secret", secret);
+        EVENTUALLY(text("progress") == "Joining the network …");
+    }
+
+    /// Joins one without the panel's doing.
+    void join(const QString &ssid, const QString &password = secret) const
+    {
+        QSignalSpy joined(client->connectTo(ssid, password, "ada"), &WifiReply::finished);
+        EVENTUALLY(!joined.isEmpty());
+        QCOMPARE(text("state") + " " + text("address"), ssid + " 10.20.2.15");
+    }
+
     QQmlApplicationEngine engine;
     QQuickWindow *window;
+    WifiClient *client;
 };
 } // namespace
 
@@ -82,47 +112,151 @@ class PanelTest : public QObject
 
 private slots:
     void panel();
-    void unseenNetwork();
+    void knownNetworks();
+    void underWay();
+    void plainText();
+    void keyboard();
 };
 
 void PanelTest::panel()
 {
     const Panel panel;
-    QVERIFY(QTest::qWaitForWindowActive(panel.window));
-
     panel.press("Lab WPA2");
-    panel.enter("wrong horse battery");
+    panel.type("secret", "wrong horse battery");
     EVENTUALLY(panel.text("problem").contains("wrong passphrase"));
     QCOMPARE(panel.text("state"), "Not connected");
-    panel.item("secret")->forceActiveFocus();
-    panel.enter("correct horse battery");
-    EVENTUALLY(!panel.item("secret"));
-    EVENTUALLY(panel.text("state") == "Lab WPA2  10.20.2.15");
+    panel.type("secret", secret);
+    EVENTUALLY(!panel.isVisible("secret") && panel.text("address") == "10.20.2.15");
+    QCOMPARE(panel.text("state"), "Lab WPA2");
     const QPixmap picture = panel.window->screen()->grabWindow(panel.window->winId());
     QVERIFY(picture.save(PANEL_PICTURE));
 
+    // The daemon dies as it stores what the switch says.
     panel.press("wiredTab");
-    EVENTUALLY(panel.text("address") == "stored ipaddr");
+    EVENTUALLY(panel.text("address") == "stored ipaddr" &&
+               panel.property("dhcp", "checked").toBool());
+    panel.press("dhcp");
+    EVENTUALLY(panel.text("message").contains("went away"));
+    QVERIFY(panel.property("dhcp", "checked").toBool());
     panel.press("wirelessTab");
+    EVENTUALLY(panel.text("state") == "The network service is not running");
+    std::puts("start");
+    std::fflush(stdout);
 
+    EVENTUALLY(panel.text("state") == "Lab WPA2");
     panel.press("Lab WPA2");
     panel.press("forget");
-    ask("stop when that is forgotten");
-    EVENTUALLY(panel.text("state") == "The network service is not running");
-    ask("start");
     EVENTUALLY(panel.text("state") == "Not connected");
     panel.press("Lab WPA2");
-    EVENTUALLY(panel.item("secret") && panel.item("secret")->hasActiveFocus()); // no longer known
+    EVENTUALLY(panel.hasFocus("secret"));
 }
 
-/// The client scans first, and the supplicant once more while it joins.
-void PanelTest::unseenNetwork()
+/// What is asked before a network is joined again, and of one with two kinds of protection.
+void PanelTest::knownNetworks()
 {
-    BxWifi::WifiClient client;
-    const BxWifi::AddressReply *reply = client.connectTo("Lab WPA2", "correct horse battery");
-    QSignalSpy joined(reply, &BxWifi::WifiReply::finished);
-    EVENTUALLY(!joined.isEmpty());
-    QCOMPARE(client.address(), "10.20.2.15");
+    const Panel panel;
+    EVENTUALLY(panel.isVisible("Twin"));
+    panel.join("Lab WPA2");
+    panel.join("Grüße");
+    panel.join("Lab Enterprise");
+    panel.join("Lab Open", {});
+    panel.client->disconnectFromNetwork();
+    EVENTUALLY(panel.text("state") == "Not connected");
+    const QMap<QString, QString> questions{
+        {"Grüße", "secret"}, {"Lab Enterprise", "identity"}, {"Lab Open", "join"}};
+    for (const QString &ssid : questions.keys()) {
+        panel.press(ssid);
+        EVENTUALLY(panel.hasFocus(questions[ssid]) && !panel.isVisible("progress"));
+        panel.press("cancel");
+    }
+    panel.press("Lab WPA2");
+    EVENTUALLY(panel.text("state") == "Lab WPA2" && !panel.isVisible("secret"));
+    panel.press("Twin");
+    panel.type("kinds", {}, Qt::Key_Tab);
+    panel.type("secret", secret);
+    EVENTUALLY(panel.text("state") == "Twin");
+}
+
+/// What the sheet shows of a join until it ends, in this way or that.
+void PanelTest::underWay()
+{
+    const Panel panel;
+    panel.joinNowhere();
+    QVERIFY(!panel.property("secret", "enabled").toBool());
+    QTest::keyClick(panel.window, Qt::Key_Escape);
+    EVENTUALLY(!panel.isVisible("secret")); // there is nothing to go back to
+
+    panel.joinNowhere();
+    panel.join("Lab WPA2");
+    EVENTUALLY(panel.text("problem").contains("another"));
+    panel.press("cancel");
+
+    panel.press("Grüße");
+    panel.type("secret", "wrong horse battery");
+    EVENTUALLY(panel.text("progress").startsWith("Going back"));
+    EVENTUALLY(panel.text("problem").endsWith("back in Lab WPA2"));
+    panel.press("cancel");
+
+    // The end of a join does nothing to a sheet that was opened since.
+    panel.joinNowhere();
+    auto *sheet = panel.window->findChild<QObject *>("sheet");
+    QSignalSpy ended(sheet->property("reply").value<WifiReply *>(), &WifiReply::finished);
+    QVERIFY(QMetaObject::invokeMethod(sheet, "openHidden"));
+    EVENTUALLY(panel.hasFocus("name") && !ended.isEmpty());
+    QCOMPARE(panel.text("problem"), QString());
+}
+
+/// Wherever a name is shown, it is not read as markup.
+void PanelTest::plainText()
+{
+    const QString ssid = "<img src=http://192.0.2.1/x>";
+    const Panel panel;
+    const auto formats = [&] {
+        QVariantList found;
+        for (const QQuickItem *item : panel.items()) {
+            if (item->property("text").toString().contains(ssid))
+                found += item->property("textFormat");
+        }
+        return found;
+    };
+    const QVariantList twicePlain{Qt::PlainText, Qt::PlainText};
+    panel.press(ssid);
+    EVENTUALLY(panel.hasFocus("secret"));
+    QCOMPARE(formats(), twicePlain); // row and sheet
+    panel.type("secret", secret);
+    EVENTUALLY(panel.text("state") == ssid && !panel.isVisible("secret"));
+    QCOMPARE(formats(), twicePlain); // row and state
+    panel.press("Lab WPA2");
+    panel.type("secret", "wrong horse battery");
+    EVENTUALLY(panel.text("problem").endsWith(ssid));
+    QCOMPARE(formats().count(Qt::PlainText), formats().size());
+}
+
+/// Where the tabulator leads, and what a screen reader says there.
+void PanelTest::keyboard()
+{
+    const Panel panel;
+    QAccessible::setActive(true);
+    const auto tour = [&] {
+        QStringList stops;
+        while (stops.size() < 2 || stops.last() != stops.first()) {
+            QQuickItem *item = panel.window->activeFocusItem();
+            const auto *seen = QAccessible::queryAccessibleInterface(item);
+            const QString name = seen->text(QAccessible::Name);
+            stops += (name.isEmpty() ? seen->text(QAccessible::Description) : name) + ": " +
+                     qAccessibleRoleString(seen->role());
+            QTest::keyClick(panel.window, Qt::Key_Tab);
+        }
+        return stops.join(", ");
+    };
+    EVENTUALLY(panel.isVisible("Lab Enterprise"));
+    panel.press("wirelessTab");
+    QCOMPARE(tour(), "Wi-Fi: PageTab, Wired: PageTab, Scan: Button, Lab WPA2: ListItem, "
+                     "Hidden network …: Button, Wi-Fi: PageTab");
+    panel.press("Lab Enterprise");
+    EVENTUALLY(panel.hasFocus("identity"));
+    QCOMPARE(tour(), "User name: EditableText, Password: EditableText, Show: CheckBox, "
+                     "Cancel: Button, Join: Button, User name: EditableText");
 }
 
 QTEST_MAIN(PanelTest)

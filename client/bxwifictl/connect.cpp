@@ -123,6 +123,8 @@ ExitStatus takeIdentity(JoinSettings &settings)
 
 ExitStatus takeSecret(const Options &options, JoinSettings &settings)
 {
+    if (!settings.secret.isEmpty()) // a code had it
+        return Success;
     if (!options.passwordFile.isEmpty())
         return readSecretFile(options.passwordFile, settings.secret);
     if (canAsk()) {
@@ -159,6 +161,33 @@ ExitStatus takeCredentials(const Options &options, JoinSettings &settings)
     return takeSecret(options, settings);
 }
 
+ExitStatus takeCode(const Options &options, JoinSettings &settings)
+{
+    const JoinSettings &given = options.join;
+    if (given.hidden || given.security != Security::Automatic || !given.identity.isEmpty() ||
+        options.stored || !options.passwordFile.isEmpty())
+        return failUsage(QStringLiteral("--uri-file takes only --timeout and --json beside it"));
+    QString code;
+    if (const ExitStatus status = readSecretFile(options.uriFile, code))
+        return status;
+    QString problem;
+    settings = JoinSettings::fromUri(code, &problem);
+    settings.timeout = given.timeout;
+    return problem.isEmpty() ? Success : failUsage(problem);
+}
+
+/// Takes what the command line says, or the code that it names.
+ExitStatus takeSettings(const Options &options, JoinSettings &settings)
+{
+    if (!options.uriFile.isEmpty())
+        return takeCode(options, settings);
+    settings = options.join;
+    settings.ssid = options.arguments.constFirst();
+    if (settings.hidden && settings.security == Security::Automatic)
+        settings.security = Security::Wpa;
+    return Success;
+}
+
 ExitStatus join(const Command &command, const JoinSettings &settings, const QString &former)
 {
     const Interruption interruption;
@@ -188,11 +217,9 @@ ExitStatus join(const Command &command, const JoinSettings &settings, const QStr
 
 ExitStatus connectTo(const Command &command)
 {
-    JoinSettings settings = command.options.join;
-    settings.ssid = command.soleArgument();
-    if (settings.hidden && settings.security == Security::Automatic)
-        settings.security = Security::Wpa;
-
+    JoinSettings settings;
+    if (const ExitStatus status = takeSettings(command.options, settings))
+        return status;
     const QDeadlineTimer limit(settings.timeout);
     QString former;
     if (const ExitStatus status = takeFormer(command, limit, former))

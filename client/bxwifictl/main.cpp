@@ -54,8 +54,9 @@ const Verb verbs[] = {
      "\n"
      "      --all   one row per access point, hidden networks included\n"
      "      --json  for programs\n"},
-    {"connect", "jHSsipt", 1, 1, connectTo,
+    {"connect", "jHSsiput", 1, 1, connectTo,
      "Usage: bxwifictl connect [OPTION]... NAME\n"
+     "       bxwifictl connect --uri-file FILE [--timeout SECONDS] [--json]\n"
      "Joins a network, waits for an address and prints it. Asks for the passphrase if\n"
      "the network needs one. What is stored under the name is replaced.\n"
      "\n"
@@ -67,6 +68,8 @@ const Verb verbs[] = {
      "      --security KIND       open, wpa (WPA and WPA2), wpa3, wep or peap; without\n"
      "                            it, what the network announces (hidden: wpa)\n"
      "      --identity NAME       user name on an enterprise network\n"
+     "      --uri-file FILE       take all of that from the text of a QR code, WIFI:...,\n"
+     "                            in the first line of FILE, or of standard input for -\n"
      "      --timeout SECONDS     give up after that time (45)\n"
      "      --json                print the result for programs\n"},
     {"disconnect", "", 0, 0, disconnect,
@@ -116,7 +119,8 @@ ExitStatus run(const Verb &verb, int argc, char **argv)
         std::fputs(verb.help, stdout);
         return Success;
     }
-    const int count = options->arguments.size();
+    // A code names the network as an argument does.
+    const int count = options->arguments.size() + (options->uriFile.isEmpty() ? 0 : 1);
     if (count < verb.fewestArguments || count > verb.mostArguments) {
         std::fputs(verb.help, stderr);
         return UsageError;

@@ -26,6 +26,7 @@ const option longOptions[] = {
     {"security", required_argument, nullptr, 's'},
     {"identity", required_argument, nullptr, 'i'},
     {"password-file", required_argument, nullptr, 'p'},
+    {"uri-file", required_argument, nullptr, 'u'},
     {"timeout", required_argument, nullptr, 't'},
     {"help", no_argument, nullptr, 'h'},
     {nullptr, 0, nullptr, 0},
@@ -81,6 +82,9 @@ bool setOption(Options &options, int letter, const char *value)
         return setText(options.join.identity, value);
     case 'p':
         options.passwordFile = QFile::decodeName(value);
+        return true;
+    case 'u':
+        options.uriFile = QFile::decodeName(value);
         return true;
     case 't':
         return setTimeout(options.join, value);

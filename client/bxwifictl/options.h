@@ -18,6 +18,7 @@ struct Options {
     bool help = false;
     BxWifi::JoinSettings join; ///< without name and secret
     QString passwordFile;
+    QString uriFile;
     QStringList arguments; ///< without options
 };
 

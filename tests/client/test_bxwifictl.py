@@ -32,7 +32,7 @@ TABLE = [r"02:00:00:00:01:00	2412	-70	[WPA2-PSK-CCMP][ESS]	Gr\xc3\xbc\xc3\x9fe",
 SECRET = "thirteen byte"  # fits WEP, too
 GRUESSE = {"ssid": "Grüße", "psk": key_of(SECRET, "Grüße")}
 FILES = {"right": SECRET, "crlf": SECRET + "\r\nmore", "wrong": "wrong horse\n", "short": "short\n",
-         "empty": "\n", "latin": "correct h\udcf6rse\n"}
+         "empty": "\n", "latin": "correct h\udcf6rse\n", "code": f"WIFI:T:WPA;S:你;P:{SECRET};;"}
 
 
 @pytest.fixture(scope="module")
@@ -130,6 +130,10 @@ def test_verbs(bed, radio, arguments, commands, status, output, error):
     ("connect Grüße --password-file /tmp/short", "Grüße: a passphrase has 8 to 63 characters", 2),
     ("connect Grüße --password-file /tmp/empty", "the first line of /tmp/empty is empty", 2),
     ("connect Grüße --password-file /tmp/latin", "/tmp/latin is not UTF-8 text", 2),
+    ("connect --uri-file /tmp/empty", "the first line of /tmp/empty is empty", 2),
+    ("connect --uri-file /tmp/right", 'it does not begin with "WIFI:"\n', 2),
+    ("connect --uri-file /tmp/code Grüße", "NAME", 2),
+    ("connect --uri-file /tmp/code --hidden", "--uri-file takes only", 2),
     ("connect Grüße --password-file /nonexistent", "cannot read /nonexistent", 2),
     ("connect A:b=c --identity \udcfc", "not UTF-8 text", 2),
     ("forget \udcfc", "not UTF-8 text", 2),
@@ -157,6 +161,7 @@ def test_help():
     ("\ufeffWep --password-file /tmp/right", {"wep_key0": SECRET}, "\\ufeffWep"),
     ("--security=open \033[31m\u202ered", {"key_mgmt": "NONE"}, "\\u001b[31m\\u202ered"),
     ("--security=wpa3 --hidden 你 --password-file /tmp/right", {"key_mgmt": "SAE"}, "你"),
+    ("--uri-file /tmp/code", {"key_mgmt": "SAE", "psk": SECRET}, "你"),
     ("--hidden Grüße --json --password-file /tmp/right", {"scan_ssid": "1", **GRUESSE}, None),
 ])
 def test_joins(radio, arguments, network, own):

@@ -6,6 +6,29 @@
 
 #include <QQmlEngine>
 #include <QQmlExtensionPlugin>
+#include <QVariantMap>
+
+/// The codes that phones show and scan, for QML.
+class JoinCode : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// The fields of the JoinSettings that a text stands for, or why it is malformed as `problem`.
+    Q_INVOKABLE QVariantMap read(const QString &uri) const
+    {
+        QString problem;
+        const auto settings = BxWifi::JoinSettings::fromUri(uri, &problem);
+        return {{QStringLiteral("ssid"), settings.ssid},
+                {QStringLiteral("security"), QVariant::fromValue(settings.security)},
+                {QStringLiteral("secret"), settings.secret},
+                {QStringLiteral("identity"), settings.identity},
+                {QStringLiteral("hidden"), settings.hidden},
+                {QStringLiteral("problem"), problem}};
+    }
+};
 
 /// What `import BxWifi 1.0` brings: the classes of the client library under their own names. Its
 /// structures are values with properties and need no name.
@@ -21,6 +44,8 @@ public:
         qmlRegisterType<BxWifi::WifiClient>(uri, 1, 0, "WifiClient");
         qmlRegisterUncreatableType<BxWifi::WifiReply>(uri, 1, 0, "WifiReply", byClient);
         qmlRegisterUncreatableType<BxWifi::NetworkModel>(uri, 1, 0, "NetworkModel", byClient);
+        qmlRegisterSingletonType<JoinCode>(uri, 1, 0, "JoinCode",
+                                           [](QQmlEngine *, QJSEngine *) { return new JoinCode; });
         qmlRegisterUncreatableMetaObject(BxWifi::staticMetaObject, uri, 1, 0, "Security",
                                          QStringLiteral("It is an enumeration"));
     }

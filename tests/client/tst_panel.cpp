@@ -114,6 +114,7 @@ private slots:
     void panel();
     void knownNetworks();
     void underWay();
+    void scannedCode();
     void plainText();
     void keyboard();
 };
@@ -204,6 +205,23 @@ void PanelTest::underWay()
     QVERIFY(QMetaObject::invokeMethod(sheet, "openHidden"));
     EVENTUALLY(panel.hasFocus("name") && !ended.isEmpty());
     QCOMPARE(panel.text("problem"), QString());
+}
+
+/// The sheet shows what a code says before it does that, and does nothing with one that is broken.
+void PanelTest::scannedCode()
+{
+    const Panel panel;
+    auto *sheet = panel.window->findChild<QObject *>("sheet");
+    const auto open = [sheet](const QVariant &uri) {
+        QVERIFY(QMetaObject::invokeMethod(sheet, "openForUri", Q_ARG(QVariant, uri)));
+    };
+    open("WIFI:T:WPA;S:Lab\\");
+    EVENTUALLY(panel.text("problem").endsWith("cut off") && panel.hasFocus("cancel"));
+    QVERIFY(!panel.isVisible("secret") && !panel.property("join", "enabled").toBool());
+    open("WIFI:T:WPA;S:Lab WPA2;P:" + secret + ";;");
+    EVENTUALLY(panel.text("ssid") == "Lab WPA2" && panel.text("secret") == secret);
+    panel.press("join");
+    EVENTUALLY(panel.text("state") == "Lab WPA2" && !panel.isVisible("secret"));
 }
 
 /// Wherever a name is shown, it is not read as markup.

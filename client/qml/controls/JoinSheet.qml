@@ -17,6 +17,7 @@ Dialog {
     property int security: Security.Wpa
     property bool hidden: false
     property bool asksKind: false ///< of protection
+    property bool malformed: false ///< A code that names no network
     property WifiReply reply: null ///< The join on its way; what others come to is not heard
 
     readonly property bool busy: reply !== null
@@ -56,6 +57,17 @@ Dialog {
         if (network.known && !asksKind && (security === Security.Wpa || security === Security.Wep))
             join()
     }
+    /// Opens with what the text of a QR code says, "WIFI:..."; whoever scanned it has yet to agree.
+    function openForUri(uri) {
+        const code = JoinCode.read(uri)
+        show(code.ssid, code.security, code.hidden, false)
+        name.text = code.ssid
+        identity.text = code.identity
+        secret.text = code.secret
+        malformed = code.problem !== ""
+        problem.text = code.problem
+        focusFirst()
+    }
     /// Opens for a network that does not announce its name.
     function openHidden() {
         show("", Security.Wpa, true, true)
@@ -71,6 +83,7 @@ Dialog {
             field.clear()
         reveal.checked = false
         problem.text = ""
+        malformed = false
         open()
         focusFirst()
     }
@@ -176,7 +189,7 @@ Dialog {
         TextField {
             id: secret
             objectName: "secret"
-            visible: sheet.security !== Security.Open && !sheet.unsupported
+            visible: sheet.security !== Security.Open && !sheet.unsupported && !sheet.malformed
             enabled: !sheet.busy
             placeholderText: sheet.enterprise ? qsTr("Password") : qsTr("Passphrase")
             echoMode: reveal.checked ? TextInput.Normal : TextInput.Password
@@ -243,7 +256,7 @@ Dialog {
                 text: qsTr("Join")
                 Accessible.name: text
                 highlighted: true
-                enabled: !sheet.busy && !sheet.unsupported
+                enabled: !sheet.busy && !sheet.unsupported && !sheet.malformed
                 onClicked: sheet.join()
             }
         }

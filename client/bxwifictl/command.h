@@ -39,6 +39,7 @@ ExitStatus forget(const Command &command);
 ExitStatus showAddress(const Command &command);
 ExitStatus relink(const Command &command);
 ExitStatus monitor(const Command &command);
+ExitStatus keep(const Command &command);
 ExitStatus wired(const Command &command);
 
 /// Prints "bxwifictl: TEXT" as one line on standard error.

@@ -24,6 +24,7 @@ constexpr const char *usage =
     "  address      print the address of the wireless interface\n"
     "  relink       have the daemon connect to a restarted supplicant\n"
     "  monitor      show all that the daemon says, until interrupted\n"
+    "  keep         keep the device in a network, until interrupted\n"
     "\n"
     "Wired:\n"
     "  wired        show or set how the wired port is addressed\n"
@@ -87,6 +88,14 @@ const Verb verbs[] = {
     {"monitor", "j", 0, 0, monitor,
      "Usage: bxwifictl monitor [--json]\n"
      "Shows all that the daemon says to anybody, one signal a line.\n"},
+    {"keep", "jo", 0, 0, keep,
+     "Usage: bxwifictl keep [--once] [--json]\n"
+     "Keeps the device in a network: joins one that was joined before when none is,\n"
+     "and has the daemon find a supplicant that was restarted. Tells what it decides,\n"
+     "one line each.\n"
+     "\n"
+     "      --once  decide once; 0: in a network, or not to be, 6: none in sight\n"
+     "      --json  for programs, on standard output\n"},
     {"wired", "j", 0, 4, wired,
      "Usage: bxwifictl wired [live] [--json]\n"
      "       bxwifictl wired static ADDRESS GATEWAY NETMASK\n"

@@ -23,6 +23,7 @@ const option longOptions[] = {
     {"all", no_argument, nullptr, 'a'},
     {"hidden", no_argument, nullptr, 'H'},
     {"stored", no_argument, nullptr, 'S'},
+    {"once", no_argument, nullptr, 'o'},
     {"security", required_argument, nullptr, 's'},
     {"identity", required_argument, nullptr, 'i'},
     {"password-file", required_argument, nullptr, 'p'},
@@ -74,6 +75,8 @@ bool setOption(Options &options, int letter, const char *value)
         return options.join.hidden = true;
     case 'S':
         return options.stored = true;
+    case 'o':
+        return options.once = true;
     case 'h':
         return options.help = true;
     case 's':

@@ -15,6 +15,7 @@ struct Options {
     bool json = false;
     bool all = false;
     bool stored = false;
+    bool once = false;
     bool help = false;
     BxWifi::JoinSettings join; ///< without name and secret
     QString passwordFile;

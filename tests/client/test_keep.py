@@ -1,0 +1,93 @@
+# SPDX-FileCopyrightText: 2026 The bxwifid developers
+# SPDX-License-Identifier: BSD-3-Clause
+"""The keeper against the daemon, on a radio from which networks vanish."""
+
+import json
+import os
+import subprocess
+import threading
+import time
+from functools import partial
+from pathlib import Path
+
+from harness.bed import Bed
+from harness.waiting import comes_true
+
+from radio import Radio, key_of
+
+BXWIFICTL = os.environ["BXWIFICTL"]
+SECRET = "correct horse"
+ROW = "02:00:00:00:0{}:00\t2412\t-{}0\t[{}][ESS]\t{}"
+WPA = [ROW.format(number, number + 4, "WPA2-PSK-CCMP", name) for number, name in enumerate("ABC")]
+
+
+def start(folder, *options):
+    """A keeper with its state in this folder."""
+    return subprocess.Popen([BXWIFICTL, "keep", "--json", *options], stdout=subprocess.PIPE,
+                            text=True, env=os.environ | {"STATE_DIRECTORY": str(folder)})
+
+
+def test_keep():
+    state, elsewhere = Path("/tmp/state"), Path("/tmp/elsewhere")
+    state.mkdir(), elsewhere.mkdir()
+    (state / "networks.json").write_text("[")
+    events = []
+
+    def follow(keeper):
+        for line in keeper.stdout:
+            event = json.loads(line)
+            events.append((event["event"], event.get("ssid")))
+
+    def comes(*expected, within=10):
+        """Exactly these come next, in time; which of two is first may be chance."""
+        comes_true(lambda: len(events) >= len(expected), within)
+        assert len(events) == len(expected) and set(events) == set(expected)
+        events.clear()
+
+    def connect(name):
+        run = subprocess.run([BXWIFICTL, "connect", name, "--password-file", "-"], input=SECRET,
+                             capture_output=True, text=True, timeout=90)
+        assert run.returncode == 0, run.stderr
+
+    with Bed(partial(Radio, table=list(WPA), secret=SECRET)) as bed:
+        assert start(elsewhere, "--once").wait(30) == 3
+        bed.start()
+        keeper = start(state)
+        threading.Thread(target=follow, args=[keeper], daemon=True).start()
+        comes(("state-problem", None))
+        assert (state / "networks.json.damaged").read_text() == "["
+        for name in "ACB":
+            connect(name)
+            comes(("hands-off", None), ("remembered", name), ("online", name))
+        joined = time.monotonic()
+        subprocess.run([BXWIFICTL, "forget", "C"], check=True)
+        assert start(elsewhere, "--once").wait(30) == 0
+        remembered = (state / "networks.json").read_text()
+        assert [entry["ssid"] for entry in json.loads(remembered)["networks"]] == list("BCA")
+        assert SECRET not in remembered and key_of(SECRET, "A") not in remembered
+
+        # The supplicant is restarted: it has an end without a farewell, and comes back with what
+        # it has stored.
+        bed.supplicant.kill()
+        comes(("relinking", None), within=7)
+        bed.supplicant.start()
+        comes(("relinked", None), ("online", "B"), within=8)
+
+        # The access point is gone, and a stranger shows its name. For a minute after the join the
+        # keeper waits for the client. What was joined before is not stored any more.
+        bed.supplicant.table[1] = ROW.format(1, 4, "", "B").replace("[][ESS]", "[ESS]")
+        bed.supplicant.look()
+        stranger = start(elsewhere, "--once")
+        comes(("offline", None), ("joining", "C"), ("forgotten", "C"), ("joining", "A"),
+              ("online", "A"), within=90)
+        assert 60 <= time.monotonic() - joined <= 85
+        assert bed.supplicant.stored() == ["A", "(B)"]
+        assert stranger.wait(30) == 6
+
+        subprocess.run([BXWIFICTL, "disconnect"], check=True)
+        assert start(state, "--once").wait(40) == 0
+        comes(("left", None))
+        connect("C")
+        comes(("hands-off", None), ("remembered", "C"), ("online", "C"))
+        keeper.terminate()
+        assert keeper.wait(10) == -15

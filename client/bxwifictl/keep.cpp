@@ -50,7 +50,7 @@ Words wordsOf(Keeper::Decision decision, const QString &ssid, const QString &det
                 Success};
     case Keeper::Left:
         return {"left", QStringLiteral("disconnected on purpose; waiting for a join"), Success};
-    case Keeper::NoDaemon:
+    case Keeper::DaemonAway:
         return {"no-daemon", QStringLiteral("waiting for the daemon bxwifid"), NoDaemon};
     case Keeper::Remembered:
         return {"remembered", QStringLiteral("remembering %1").arg(ssid), {}};

@@ -70,7 +70,7 @@ void Keeper::onState()
     case WifiClient::Unavailable:
         current.clear();
         said.clear();
-        sayOnce(NoDaemon);
+        sayOnce(DaemonAway);
         return;
     case WifiClient::Disconnected:
         disconnectWatch.lose();

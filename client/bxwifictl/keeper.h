@@ -32,7 +32,7 @@ public:
         Relinked,       ///< It has one again
         HandsOff,       ///< Another client is joining a network
         Left,           ///< Somebody disconnected on purpose
-        NoDaemon,       ///< Waiting for it
+        DaemonAway,     ///< Waiting for it
         Remembered,     ///< A network that was not remembered before
         Forgotten,      ///< The network is not stored any more
         StateProblem,   ///< With what is wrong with the file of remembered networks

@@ -54,11 +54,14 @@ char escapedByte(const QByteArray &printed, int &position)
     return QByteArray::fromHex(digits)[0];
 }
 
-/// Like QString::fromUtf8(), which drops a byte order mark in front.
+/// Like QString::fromUtf8(), which drops a byte order mark in front. What is cut at the end counts
+/// as wrong, as it does elsewhere.
 QString textOf(const QByteArray &utf8)
 {
     QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    return QTextCodec::codecForName("UTF-8")->toUnicode(utf8.constData(), utf8.size(), &state);
+    const QString text =
+        QTextCodec::codecForName("UTF-8")->toUnicode(utf8.constData(), utf8.size(), &state);
+    return text + QString(state.remainingChars > 0, QChar::ReplacementCharacter);
 }
 } // namespace
 

@@ -105,6 +105,7 @@ void ClientValuesTest::impossibleSettingsAreRefused()
         {{"", Security::Open, "", "", false}, "empty"},
         {{QString(17, QChar(0xfc)), Security::Open, "", "", false}, "32 bytes"},
         {{ssidOf(R"(\xff)"), Security::Open, "", "", false}, "UTF-8"},
+        {{ssidOf(R"(caf\xe9)"), Security::Open, "", "", false}, "UTF-8"},
         {{"Lab", Security::Wpa, QString(7, 'a'), "", false}, "8 to 63"},
         {{"Lab", Security::Wpa, QString(64, 'x'), "", false}, "8 to 63"},
         {{"Lab", Security::Wpa3, rawKey, "", false}, "passphrase"},

@@ -95,7 +95,7 @@ void Attempt::watch()
 
 bool Attempt::isJoined(const WifiStatus &status) const
 {
-    return status.connected && status.ssid == reportedSsid(plan.ssid);
+    return status.connected && reportedSsid(status.ssid) == reportedSsid(plan.ssid);
 }
 
 void Attempt::onStatus(Status::Code status)

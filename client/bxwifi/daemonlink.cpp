@@ -60,6 +60,16 @@ WifiStatus statusOf(const BXNetworkConnected &record)
     return status;
 }
 
+/// The daemon cuts a name at its first "=" in one answer, and drops every "ssid=" in the other.
+QString wholeName(const QString &cut, const QString &rest)
+{
+    const QLatin1String key("ssid");
+    if (!cut.endsWith(key) || rest.startsWith(cut))
+        return rest;
+    const QString before = cut.chopped(key.size());
+    return before + key + QLatin1Char('=') + rest.mid(before.size());
+}
+
 /// The boot environment's values come with the line feed that its tool prints.
 WiredSettings wiredOf(const BXStatic &record)
 {
@@ -173,7 +183,7 @@ void DaemonLink::askStatus(QObject *context, const AnswerHandler &done)
         call(DaemonCall::ssid(), context, [=](const Answer &named) {
             Answer whole = named;
             whole.status = full.status.value_or(WifiStatus());
-            whole.status->ssid = named.ssid.value_or(QString());
+            whole.status->ssid = wholeName(whole.status->ssid, named.ssid.value_or(QString()));
             done(whole);
         });
     });

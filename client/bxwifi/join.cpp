@@ -42,10 +42,10 @@ void Join::startAfter(const Heritage &heritage)
     limit.start();
     before = heritage.before;
     isDisturbed = heritage.isDisturbed;
-    if (heritage.leftover.isEmpty() || heritage.leftover == settings.ssid)
+    if (heritage.leftover.isEmpty() || heritage.leftover == printedSsid(settings.ssid))
         findSecurity();
     else
-        client.link.removeAll(DaemonCall::remove(printedSsid(heritage.leftover)), phase.get(),
+        client.link.removeAll(DaemonCall::remove(heritage.leftover), phase.get(),
                               [this](const Answer &) { findSecurity(); });
 }
 
@@ -54,7 +54,7 @@ Join::Heritage Join::giveWay()
     const bool isReturning = failure.error != WifiReply::NoError;
     failure = {WifiReply::Superseded, tr("another network was asked for meanwhile")};
     const bool leaves = !isReturning && isToBeRemoved();
-    const Heritage heritage{before, leaves ? settings.ssid : QString(), isDisturbed};
+    const Heritage heritage{before, leaves ? addedName() : QString(), isDisturbed};
     reply.fail(failure.error, failure.text);
     end();
     return heritage;
@@ -152,7 +152,7 @@ void Join::giveUp(WifiReply::Error error, const QString &text)
     if (attempt)
         attempt->stop();
     if (isToBeRemoved())
-        client.link.removeAll(DaemonCall::remove(printedSsid(settings.ssid)), phase.get(),
+        client.link.removeAll(DaemonCall::remove(addedName()), phase.get(),
                               [this](const Answer &) { goBack(); });
     else
         goBack();
@@ -174,6 +174,14 @@ bool Join::isToBeRemoved() const
     default: // the daemon does not save a login, but going back would
         return settings.security == Security::Enterprise;
     }
+}
+
+/// How the supplicant prints the name of what the attempt added. Where something was to be stored
+/// already, that went by its printed name.
+QString Join::addedName() const
+{
+    const QString printed = printedSsid(settings.ssid);
+    return attempt->takesStored() ? printedSsid(printed) : printed;
 }
 
 void Join::goBack()

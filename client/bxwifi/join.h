@@ -22,7 +22,7 @@ public:
     /// What a join that takes the place of another one inherits from it.
     struct Heritage {
         std::optional<WifiStatus> before; ///< What was joined when the first of them began
-        QString leftover;                 ///< Name of a network to remove, as it is to be given up
+        QString leftover;                 ///< Printed name of what is to be removed, if anything
         bool isDisturbed;                 ///< Whether the daemon was told to join
     };
 
@@ -35,6 +35,8 @@ public:
     void startAfter(const Heritage &heritage);
     /// Whether the state of the connection is this join's matter.
     bool isTrying() const { return isUnderway; }
+    /// Does nothing more; the reply has finished.
+    void end();
 
 private:
     void note(const Answer &answer);
@@ -45,13 +47,13 @@ private:
     void abort();
     void giveUp(WifiReply::Error error, const QString &text);
     bool isToBeRemoved() const;
+    QString addedName() const;
     void goBack();
     void tryBack(const JoinPlan &plan);
     void endedBack(const Attempt::Result &result);
     std::optional<JoinPlan> wayBack() const;
     void settle();
     void finish(const Answer &answer);
-    void end();
     QString timeOutText() const;
 
     WifiClientPrivate &client;

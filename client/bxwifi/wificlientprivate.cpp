@@ -160,6 +160,7 @@ bool WifiClientPrivate::refuse(WifiReply *reply, const QString &problem)
 void WifiClientPrivate::beginJoining()
 {
     setState(WifiClient::Connecting);
+    connectingTimer.start(); // as its reply may be deleted
 }
 
 void WifiClientPrivate::endJoining()
@@ -207,6 +208,8 @@ void WifiClientPrivate::onAvailable(bool available)
     const auto replies = client.findChildren<WifiReply *>(QString(), Qt::FindDirectChildrenOnly);
     for (WifiReply *reply : replies)
         reply->fail(WifiReply::NoDaemon, tr("the daemon bxwifid went away"));
+    if (currentJoin) // for its reply lives on while a handler runs
+        currentJoin->end();
     endScan(false);
     setState(WifiClient::Unavailable);
     setAddress({});

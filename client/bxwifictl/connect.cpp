@@ -11,6 +11,7 @@
 
 #include <QSocketNotifier>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 
@@ -55,11 +56,26 @@ bool takesSecretEveryTime(const QString &keyManagement)
            keyManagement.contains(QLatin1String("EAP"));
 }
 
+/// Like await(), but the first signal that ends a program gives the request up.
+ExitStatus awaitOrGiveUp(WifiReply *reply, const QString &about,
+                         QDeadlineTimer limit = QDeadlineTimer::Forever)
+{
+    const Interruption interruption;
+    QSocketNotifier notifier(Interruption::descriptor(), QSocketNotifier::Read);
+    QObject::connect(&notifier, &QSocketNotifier::activated, reply, [&notifier, reply] {
+        notifier.setEnabled(false);
+        if (reply->stage() != WifiReply::Returning) // for that would stay away
+            reply->abort();
+    });
+    const ExitStatus status = await(reply, about, limit);
+    return status != Success && Interruption::status() != Success ? Interruption::status() : status;
+}
+
 /// Takes the name of the network that is joined now.
 ExitStatus takeFormer(const Command &command, QDeadlineTimer limit, QString &former)
 {
     auto *reply = command.client.status();
-    if (const ExitStatus status = await(reply, {}, limit))
+    if (const ExitStatus status = awaitOrGiveUp(reply, {}, limit))
         return status;
     if (!reply->value().connected)
         return Success;
@@ -77,7 +93,7 @@ ExitStatus takeSecurity(const Command &command, QDeadlineTimer limit, JoinSettin
 {
     showStage(WifiReply::Scanning, {});
     auto *reply = command.client.scan();
-    if (const ExitStatus status = await(reply, settings.ssid, limit))
+    if (const ExitStatus status = awaitOrGiveUp(reply, settings.ssid, limit))
         return status;
     rememberNetworks(reply->value());
     const auto *networks = command.client.networks();
@@ -190,20 +206,10 @@ ExitStatus takeSettings(const Options &options, JoinSettings &settings)
 
 ExitStatus join(const Command &command, const JoinSettings &settings, const QString &former)
 {
-    const Interruption interruption;
     auto *reply = command.client.connectTo(settings);
     QObject::connect(reply, &WifiReply::stageChanged,
                      [=](WifiReply::Stage stage) { showStage(stage, former); });
-    QSocketNotifier notifier(Interruption::descriptor(), QSocketNotifier::Read);
-    QObject::connect(&notifier, &QSocketNotifier::activated, reply, [&notifier, reply] {
-        notifier.setEnabled(false);
-        if (reply->stage() != WifiReply::Returning) // for that would stay away
-            reply->abort();
-    });
-    const ExitStatus status = await(reply, settings.ssid);
-    if (status != Success && Interruption::status() != Success)
-        return Interruption::status();
-    if (status != Success)
+    if (const ExitStatus status = awaitOrGiveUp(reply, settings.ssid))
         return status;
     const Fields fields{{QStringLiteral("ssid"), settings.ssid},
                         {QStringLiteral("address"), reply->value()}};
@@ -220,6 +226,11 @@ ExitStatus connectTo(const Command &command)
     JoinSettings settings;
     if (const ExitStatus status = takeSettings(command.options, settings))
         return status;
+    JoinSettings name; // without all that is not known yet
+    name.ssid = settings.ssid;
+    if (const QString problem = name.problem(); !problem.isEmpty())
+        return failUsage(problem);
+
     const QDeadlineTimer limit(settings.timeout);
     QString former;
     if (const ExitStatus status = takeFormer(command, limit, former))
@@ -229,7 +240,9 @@ ExitStatus connectTo(const Command &command)
             return status;
     }
     // The time that somebody takes to type is not counted.
-    settings.timeout = std::chrono::ceil<std::chrono::seconds>(limit.remainingTimeAsDuration());
+    settings.timeout =
+        std::max(std::chrono::seconds(1),
+                 std::chrono::ceil<std::chrono::seconds>(limit.remainingTimeAsDuration()));
     if (const ExitStatus status = takeCredentials(command.options, settings))
         return status;
     return join(command, settings, former);

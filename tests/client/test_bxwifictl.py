@@ -137,6 +137,7 @@ def test_verbs(bed, radio, arguments, commands, status, output, error):
     ("connect Grüße --password-file /nonexistent", "cannot read /nonexistent", 2),
     ("connect A:b=c --identity \udcfc", "not UTF-8 text", 2),
     ("forget \udcfc", "not UTF-8 text", 2),
+    (f"connect {'ü' * 17}", "at most 32 bytes", 2),
     ("connect Nowhere", "scanning ...\nbxwifictl: Nowhere: no such network in sight", 6),
 ])
 def test_refusals(bed, radio, arguments, word, status):
@@ -181,7 +182,7 @@ def test_joins(radio, arguments, network, own):
 @pytest.mark.parametrize("arguments, status, stored, end", [
     ("--security wpa Twin --password-file /tmp/wrong", 5, ["Grüße"],
      "wrong passphrase or key; back in Grüße"),
-    ("--security wpa Twin --stored", 6, ["Grüße"], "; back in Grüße"),
+    ("--security wpa Tür --stored", 6, ["Grüße"], "; back in Grüße"),
     ("--security open --timeout 2 Nowhere", 7, ["Grüße", "(Nowhere)"],
      "Nowhere: not joined within 2 s; back in Grüße"),
     ("你 --password-file /tmp/wrong", 5, ["Grüße"], "; back in Grüße"),
@@ -242,6 +243,13 @@ def test_interruption(radio, number, status):
             return
         assert run.stderr.read() == "bxwifictl: Nowhere: given up; back in Grüße\n"
     assert run.returncode == status
+
+
+def test_interruption_of_the_first_question(bed, radio):
+    with radio.silence, subprocess.Popen([BXWIFICTL, "connect", "X"]) as run:
+        assert comes_true(lambda: "STATUS" in bed.journal.entries())
+        run.terminate()
+        assert run.wait(9) == 143
 
 
 def on_terminal(*arguments, answers=(), number=0, controlled=True):

@@ -50,7 +50,8 @@ def bed():
         yield bed
 
 
-@pytest.mark.parametrize("test", ["panel", "knownNetworks", "underWay", "scannedCode", "plainText", "keyboard"])
+@pytest.mark.parametrize("test", ["panel", "knownNetworks", "underWay", "scannedCode", "plainText",
+                                  "keyboard"])
 def test_panel(bed, test):
     if test != "panel":
         bed.supplicant.table = TABLE + STRANGE

@@ -195,6 +195,7 @@ void Join::goBack()
         limitBack.start();
         tryBack(*plan);
     } else {
+        //: why there is no way back to the former network, behind an error
         hindrance = before->ssid == settings.ssid
                         ? tr("its former key is lost")
                         : tr("%1 takes its secret each time").arg(before->ssid);
@@ -252,6 +253,7 @@ void Join::finish(const Answer &answer)
         text << hindrance;
     const WifiStatus now = answer.status.value_or(WifiStatus());
     if (isDisturbed && !before->ssid.isEmpty() && answer.error == WifiReply::NoError)
+        //: what became of the device, behind an error; %1 is the former network
         text << (now.connected ? tr("back in %1").arg(now.ssid)
                                : tr("the device is in no network now"));
     reply.fail(failure.error, text.join(QStringLiteral("; ")));

@@ -13,6 +13,8 @@ bool installTranslation(const QLocale &locale)
 {
     const auto objectName = QStringLiteral("bxwifi translator");
     delete qApp->findChild<QTranslator *>(objectName);
+    if (locale.language() == QLocale::C) // for which the environment's LANGUAGE does not count
+        return false;
     const QStringList folders = QStandardPaths::locateAll(QStandardPaths::GenericDataLocation,
                                                           QStringLiteral("bxwifi/translations"),
                                                           QStandardPaths::LocateDirectory);

@@ -3,6 +3,7 @@
 
 #include "command.h"
 
+#include "message.h"
 #include "output.h"
 
 #include <QEventLoop>
@@ -67,7 +68,7 @@ ExitStatus await(WifiReply *reply, const QString &about, QDeadlineTimer limit)
                            &QEventLoop::quit);
     loop.exec();
     if (!reply->isFinished()) {
-        print(QStringLiteral("no answer in time"));
+        print(Message::tr("no answer in time"));
         return TimedOut;
     }
     if (reply->error() != WifiReply::NoError)

@@ -5,6 +5,7 @@
 
 #include "command.h"
 #include "interruption.h"
+#include "message.h"
 #include "output.h"
 #include "secret.h"
 #include "seennetworks.h"
@@ -21,9 +22,14 @@ using BxWifi::WifiReply;
 
 namespace
 {
+void printLine(const QString &text)
+{
+    std::fprintf(stderr, "%s\n", terminalSafe(text).toUtf8().constData());
+}
+
 void printProgress(const QString &step)
 {
-    std::fprintf(stderr, "%s ...\n", terminalSafe(step).toUtf8().constData());
+    printLine(step + QStringLiteral(" ..."));
 }
 
 void showStage(WifiReply::Stage stage, const QString &former)
@@ -32,19 +38,20 @@ void showStage(WifiReply::Stage stage, const QString &former)
     case WifiReply::Waiting:
         return;
     case WifiReply::Scanning:
-        printProgress(QStringLiteral("scanning"));
+        //: progress, like those that follow: " ..." comes behind it
+        printProgress(Message::tr("scanning"));
         return;
     case WifiReply::Asking:
-        printProgress(QStringLiteral("asking the daemon"));
+        printProgress(Message::tr("asking the daemon"));
         return;
     case WifiReply::Associating:
-        printProgress(QStringLiteral("associating"));
+        printProgress(Message::tr("associating"));
         return;
     case WifiReply::Addressing:
-        printProgress(QStringLiteral("waiting for an address"));
+        printProgress(Message::tr("waiting for an address"));
         return;
     case WifiReply::Returning:
-        printProgress(QStringLiteral("going back to ") + former);
+        printProgress(Message::tr("going back to %1").arg(former));
         return;
     }
 }
@@ -81,10 +88,9 @@ ExitStatus takeFormer(const Command &command, QDeadlineTimer limit, QString &for
         return Success;
     former = reply->value().ssid;
     if (takesSecretEveryTime(reply->value().keyManagement))
-        std::fprintf(stderr,
-                     "should this fail, the device cannot go back to %s, whose passphrase or login "
-                     "has to be given every time\n",
-                     terminalSafe(former).toUtf8().constData());
+        printLine(Message::tr("should this fail, the device cannot go back to %1, whose passphrase "
+                              "or login has to be given every time")
+                      .arg(former));
     return Success;
 }
 
@@ -98,7 +104,7 @@ ExitStatus takeSecurity(const Command &command, QDeadlineTimer limit, JoinSettin
     rememberNetworks(reply->value());
     const auto *networks = command.client.networks();
     if (networks->network(settings.ssid).bssid.isEmpty()) {
-        printError(QStringLiteral("%1: no such network in sight; a hidden one needs --hidden")
+        printError(Message::tr("%1: no such network in sight; a hidden one needs --hidden")
                        .arg(settings.ssid));
         return NotFound;
     }
@@ -115,16 +121,15 @@ bool mayBeStored(const JoinSettings &settings)
 QString misfit(const Options &options, const JoinSettings &settings)
 {
     if (options.stored && !options.passwordFile.isEmpty())
-        return QStringLiteral("--stored and --password-file exclude each other");
+        return Message::tr("--stored and --password-file exclude each other");
     if (settings.security == Security::Automatic || settings.security == Security::Unsupported)
         return {}; // refused as such, by the library
     if (options.stored && !mayBeStored(settings))
-        return QStringLiteral(
-            "--stored is for WPA, WPA2 and WEP; others are joined anew each time");
+        return Message::tr("--stored is for WPA, WPA2 and WEP; others are joined anew each time");
     if (settings.security == Security::Open && !options.passwordFile.isEmpty())
-        return QStringLiteral("an open network takes no --password-file");
+        return Message::tr("an open network takes no --password-file");
     if (settings.security != Security::Enterprise && !settings.identity.isEmpty())
-        return QStringLiteral("--identity is for enterprise networks");
+        return Message::tr("--identity is for enterprise networks");
     return {};
 }
 
@@ -133,8 +138,8 @@ ExitStatus takeIdentity(JoinSettings &settings)
     if (settings.security != Security::Enterprise || !settings.identity.isEmpty())
         return Success;
     if (!canAsk())
-        return failUsage(QStringLiteral("%1 needs --identity").arg(settings.ssid));
-    return ask(QStringLiteral("Identity for %1: ").arg(settings.ssid), true, settings.identity);
+        return failUsage(Message::tr("%1 needs --identity").arg(settings.ssid));
+    return ask(Message::tr("Identity for %1: ").arg(settings.ssid), true, settings.identity);
 }
 
 ExitStatus takeSecret(const Options &options, JoinSettings &settings)
@@ -145,13 +150,14 @@ ExitStatus takeSecret(const Options &options, JoinSettings &settings)
         return readSecretFile(options.passwordFile, settings.secret);
     if (canAsk()) {
         const QString question = mayBeStored(settings)
-                                     ? QStringLiteral("Passphrase for %1 (empty: the stored one): ")
-                                     : QStringLiteral("Passphrase for %1: ");
+                                     ? Message::tr("Passphrase for %1 (empty: the stored one): ")
+                                     : Message::tr("Passphrase for %1: ");
         return ask(question.arg(settings.ssid), false, settings.secret);
     }
-    const QString ways = mayBeStored(settings) ? QStringLiteral("--password-file, or --stored")
+    const QString ways = mayBeStored(settings) ? Message::tr("--password-file, or --stored")
                                                : QStringLiteral("--password-file");
-    return failUsage(QStringLiteral("%1 needs a passphrase: give %2").arg(settings.ssid, ways));
+    //: %1 is the network, %2 one option or two
+    return failUsage(Message::tr("%1 needs a passphrase: give %2").arg(settings.ssid, ways));
 }
 
 ExitStatus takeCredentials(const Options &options, JoinSettings &settings)
@@ -182,7 +188,7 @@ ExitStatus takeCode(const Options &options, JoinSettings &settings)
     const JoinSettings &given = options.join;
     if (given.hidden || given.security != Security::Automatic || !given.identity.isEmpty() ||
         options.stored || !options.passwordFile.isEmpty())
-        return failUsage(QStringLiteral("--uri-file takes only --timeout and --json beside it"));
+        return failUsage(Message::tr("--uri-file takes only --timeout and --json beside it"));
     QString code;
     if (const ExitStatus status = readSecretFile(options.uriFile, code))
         return status;

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "command.h"
+#include "message.h"
+
+#include <bxwifi/translation.h>
 
 #include <QCoreApplication>
 
@@ -153,11 +156,13 @@ int main(int argc, char **argv)
         std::puts("bxwifictl " BXWIFI_VERSION);
         return Success;
     }
-    const Verb *verb = verbOf(argv[1]);
-    if (!verb)
-        return failUsage(
-            QStringLiteral("no verb '%1'; see bxwifictl --help").arg(QString::fromUtf8(argv[1])));
     const QCoreApplication application(argc, argv);
     std::setlocale(LC_CTYPE, "C.UTF-8"); // what is written is always UTF-8
+    const Verb *verb = verbOf(argv[1]);
+    if (!verb || verb->run != keep) // a service's log, as text and as JSON, is in English
+        BxWifi::installTranslation(QLocale());
+    if (!verb)
+        return failUsage(
+            Message::tr("no verb '%1'; see bxwifictl --help").arg(QString::fromUtf8(argv[1])));
     return run(*verb, argc - 1, argv + 1);
 }

@@ -4,6 +4,7 @@
 #include "options.h"
 
 #include "command.h"
+#include "message.h"
 #include "securityword.h"
 #include "utf8.h"
 
@@ -40,7 +41,7 @@ bool setText(QString &text, const char *value)
 {
     const auto decoded = textOf(value);
     if (!decoded)
-        printError(QStringLiteral("'%1' is not UTF-8 text").arg(QString::fromUtf8(value)));
+        printError(Message::tr("'%1' is not UTF-8 text").arg(QString::fromUtf8(value)));
     text = decoded.value_or(QString());
     return decoded.has_value();
 }
@@ -50,7 +51,7 @@ bool setSecurity(JoinSettings &settings, const char *value)
     const auto security = securityByWord(QLatin1String(value));
     settings.security = security.value_or(settings.security);
     if (!security)
-        printError(QStringLiteral("--security is open, wpa, wpa3, wep or peap"));
+        printError(Message::tr("--security is open, wpa, wpa3, wep or peap"));
     return security.has_value();
 }
 
@@ -59,7 +60,7 @@ bool setTimeout(JoinSettings &settings, const char *value)
     settings.timeout = std::chrono::seconds(QByteArray(value).toInt()); // 0 if it is no number
     if (settings.timeout.count() > 0 && settings.timeout <= longestTimeout)
         return true;
-    printError(QStringLiteral("--timeout takes whole seconds, from 1 to %1 (a day)")
+    printError(Message::tr("--timeout takes whole seconds, from 1 to %1 (a day)")
                    .arg(longestTimeout.count()));
     return false;
 }
@@ -104,7 +105,8 @@ std::optional<Options> parseOptions(int argc, char **argv, const char *accepted)
     for (int letter; (letter = getopt_long(argc, argv, "h", longOptions, &index)) != -1;) {
         if (letter != '?' && letter != 'h' && !std::strchr(accepted, letter)) {
             printError(
-                QStringLiteral("%1 takes no option --%2")
+                //: %1 is a verb of the command line
+                Message::tr("%1 takes no option --%2")
                     .arg(QString::fromUtf8(argv[0]), QString::fromUtf8(longOptions[index].name)));
             return std::nullopt;
         }

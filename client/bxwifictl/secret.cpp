@@ -4,6 +4,7 @@
 #include "secret.h"
 
 #include "interruption.h"
+#include "message.h"
 #include "output.h"
 #include "utf8.h"
 
@@ -79,7 +80,8 @@ ExitStatus take(QByteArray line, const QString &source, QString &text)
         line.chop(1);
     const auto decoded = textOf(line);
     if (!decoded)
-        return failUsage(QStringLiteral("%1 is not UTF-8 text").arg(source));
+        //: %1 is "the first line of FILE" or "what was typed"
+        return failUsage(Message::tr("%1 is not UTF-8 text").arg(source));
     text = *decoded;
     return Success;
 }
@@ -91,11 +93,12 @@ ExitStatus readSecretFile(const QString &path, QString &secret)
     const bool isOpen = path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
                                                    : file.open(QIODevice::ReadOnly);
     if (!isOpen)
-        return failUsage(QStringLiteral("cannot read %1").arg(path));
-    const QString firstLine = QStringLiteral("the first line of %1").arg(path);
+        return failUsage(Message::tr("cannot read %1").arg(path));
+    const QString firstLine = Message::tr("the first line of %1").arg(path);
     const ExitStatus status = take(file.readLine(), firstLine, secret);
     if (status == Success && secret.isEmpty())
-        return failUsage(QStringLiteral("%1 is empty").arg(firstLine));
+        //: %1 is "the first line of FILE"
+        return failUsage(Message::tr("%1 is empty").arg(firstLine));
     return status;
 }
 
@@ -115,8 +118,8 @@ ExitStatus ask(const QString &question, bool echo, QString &answer)
     if (Interruption::status() != Success)
         return Interruption::status();
     if (!line.endsWith('\n')) {
-        printError(QStringLiteral("no answer"));
+        printError(Message::tr("no answer"));
         return Failure;
     }
-    return take(line, QStringLiteral("what was typed"), answer);
+    return take(line, Message::tr("what was typed"), answer);
 }

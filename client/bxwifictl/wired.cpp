@@ -4,6 +4,7 @@
 // The verb about the wired port.
 
 #include "command.h"
+#include "message.h"
 #include "output.h"
 
 #include <cstdio>
@@ -34,7 +35,8 @@ ExitStatus awaitStored(BxWifi::WifiReply *reply)
 {
     const ExitStatus status = await(reply);
     if (status == Success)
-        std::fputs("Stored; takes effect at the next boot.\n", stderr);
+        std::fprintf(stderr, "%s\n",
+                     qUtf8Printable(Message::tr("Stored; takes effect at the next boot.")));
     return status;
 }
 } // namespace
@@ -54,6 +56,7 @@ ExitStatus wired(const Command &command)
         if (words[1] == QLatin1String("on") || words[1] == QLatin1String("off"))
             return awaitStored(client.setWiredDhcp(words[1] == QLatin1String("on")));
     }
-    return failUsage(QStringLiteral("wired takes nothing, 'live', 'static ADDRESS GATEWAY NETMASK' "
-                                    "or 'dhcp on|off'"));
+    //: "wired" and what is in quotation marks is typed like that in every language
+    return failUsage(Message::tr("wired takes nothing, 'live', 'static ADDRESS GATEWAY NETMASK' "
+                                 "or 'dhcp on|off'"));
 }

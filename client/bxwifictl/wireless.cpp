@@ -4,6 +4,7 @@
 // The verbs about the wireless connection, but for the one that joins a network.
 
 #include "command.h"
+#include "message.h"
 #include "output.h"
 #include "securityword.h"
 #include "seennetworks.h"
@@ -97,7 +98,7 @@ ExitStatus showStatus(const Command &command)
         print(listOf(fields));
     if (!status.supplicantState.isEmpty())
         return Success;
-    printError(QStringLiteral("the daemon has no supplicant to talk to"));
+    printError(Message::tr("the daemon has no supplicant to talk to"));
     return Failure;
 }
 

@@ -153,6 +153,16 @@ def test_help():
         assert (status, error) == (0, "") and output.startswith(beginning)
 
 
+def test_language(radio, monkeypatch):
+    """People are told in theirs; what programs read stays."""
+    monkeypatch.setenv("LC_ALL", "de_DE.UTF-8")
+    monkeypatch.setenv("XDG_DATA_DIRS", str(Path(BXWIFICTL).parents[1] / "share"))
+    assert bxwifictl("connect", "Grüße", "--password-file", "/tmp/wrong") == (
+        5, "", "Suche ...\nAnfrage beim Dienst ...\nVerbindungsaufbau ...\n"
+        "bxwifictl: Grüße: falsches WLAN-Passwort oder falscher Schlüssel\n")
+    assert '"security":"open"' in bxwifictl("scan", "--json")[1]
+
+
 @pytest.mark.parametrize("arguments, network, own", [
     ("Grüße --password-file -", {"psk": GRUESSE["psk"]}, "Grüße"),
     ("Grüße --stored", {"psk": GRUESSE["psk"]}, "Grüße"),

@@ -6,6 +6,7 @@ import json
 import os
 import subprocess
 from functools import partial
+from pathlib import Path
 
 import pytest
 from harness.bed import Bed
@@ -62,6 +63,15 @@ def test_panel(bed, test):
                 bed.daemon.process = None  # it was killed
                 bed.daemon.start()
     assert panel.returncode == 0
+
+
+@pytest.mark.parametrize("language, share",
+                         [("C", "share"), ("de_DE", "share"), ("en_US", "pseudo")])
+def test_languages(bed, language, share):
+    bed.supplicant.table = TABLE + STRANGE[:2]
+    data = Path(os.environ["PANEL"]).parents[1] / share
+    subprocess.run([os.environ["PANEL"], "languages"], check=True, timeout=120,
+                   env={**os.environ, "LC_ALL": language, "XDG_DATA_DIRS": str(data)})
 
 
 @pytest.mark.skipif("SANITIZED" in os.environ, reason="qml is built without sanitizers")

@@ -62,6 +62,7 @@ Pane {
         ToolButton {
             id: button
             objectName: "scan"
+            //: a button: look for networks
             text: qsTr("Scan")
             Accessible.name: text
             enabled: !bar.client.scanning && bar.client.state !== WifiClient.Unavailable

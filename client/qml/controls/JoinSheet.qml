@@ -122,7 +122,7 @@ Dialog {
             close()
     }
 
-    title: hidden ? qsTr("Join a hidden network") : qsTr("Join a network") // never a name: it may be markup
+    title: hidden ? qsTr("Hidden network") : qsTr("Join a network") // never a name: it may be markup
     modal: true
     closePolicy: Popup.NoAutoClose
     onAboutToHide: giveUp()
@@ -253,6 +253,7 @@ Dialog {
             Button {
                 id: joinButton
                 objectName: "join"
+                //: a button: join this network
                 text: qsTr("Join")
                 Accessible.name: text
                 highlighted: true

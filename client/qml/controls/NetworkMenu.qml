@@ -30,8 +30,11 @@ Menu {
     }
 
     modal: true
+    // The styles have one width for all menus, whatever the language needs.
+    width: leftPadding + rightPadding + Math.max(implicitWidth, leave.implicitWidth, remove.implicitWidth)
 
     MenuItem {
+        id: leave
         objectName: "disconnect"
         text: qsTr("Disconnect")
         Accessible.name: text
@@ -39,6 +42,7 @@ Menu {
         onTriggered: menu.follow(menu.client.disconnectFromNetwork())
     }
     MenuItem {
+        id: remove
         objectName: "forget"
         text: qsTr("Forget this network")
         Accessible.name: text

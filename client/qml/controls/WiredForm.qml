@@ -47,6 +47,7 @@ Pane {
         GridLayout {
             enabled: form.ready && !form.busy
             columns: 2
+            Layout.fillWidth: true
             Label { text: address.Accessible.name; Accessible.ignored: true }
             TextField {
                 id: address
@@ -82,9 +83,10 @@ Pane {
             Switch {
                 id: dhcp
                 objectName: "dhcp"
-                text: qsTr("Obtain the address by DHCP")
+                text: qsTr("Address by DHCP")
                 Accessible.name: text
                 Layout.columnSpan: 2
+                Layout.fillWidth: true
                 onToggled: form.ask(form.client.setWiredDhcp(checked), form.stored, toggle)
             }
         }

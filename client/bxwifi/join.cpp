@@ -195,12 +195,21 @@ void Join::goBack()
         limitBack.start();
         tryBack(*plan);
     } else {
-        //: why there is no way back to the former network, behind an error
-        hindrance = before->ssid == settings.ssid
-                        ? tr("its former key is lost")
-                        : tr("%1 takes its secret each time").arg(before->ssid);
+        hindrance = hindranceText();
         settle();
     }
+}
+
+QString Join::hindranceText() const
+{
+    JoinSettings named;
+    named.ssid = before->ssid;
+    named.security = Security::Open;
+    if (!named.problem().isEmpty()) // a name that cannot be passed on
+        return named.problem();
+    //: why there is no way back to the former network, behind an error
+    return before->ssid == settings.ssid ? tr("its former key is lost")
+                                         : tr("%1 takes its secret each time").arg(before->ssid);
 }
 
 std::optional<JoinPlan> Join::wayBack() const

@@ -52,6 +52,7 @@ private:
     void tryBack(const JoinPlan &plan);
     void endedBack(const Attempt::Result &result);
     std::optional<JoinPlan> wayBack() const;
+    QString hindranceText() const;
     void settle();
     void finish(const Answer &answer);
     QString timeOutText() const;

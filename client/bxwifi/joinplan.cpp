@@ -127,6 +127,8 @@ std::optional<JoinPlan> returnPlan(const WifiStatus &joined)
     JoinSettings settings;
     settings.ssid = joined.ssid;
     settings.security = isPlain ? Security::Open : Security::Wpa;
+    if (!settings.problem().isEmpty()) // asked for by another name, it would be added
+        return std::nullopt;
     return JoinPlan{settings.ssid, settings.security, true, {storedJoinCall(settings, {})}};
 }
 } // namespace BxWifi

@@ -38,8 +38,8 @@ struct BXWIFI_EXPORT JoinSettings {
     ///
     /// Fields come in any order; those not listed are overlooked.
     ///
-    /// - T: WPA, SAE, WEP, WPA2-EAP (PEAP) or nopass; without it, nopass. WPA with a passphrase is
-    ///   read as Security::Automatic where the network announces itself, as it may speak WPA3 alone
+    /// - T: WPA, SAE, WEP, WPA2-EAP (PEAP) or nopass; without it, nopass. Codes of networks that
+    ///   speak WPA3 alone say WPA too: to join those, go by what the network announces
     /// - S: name, P: passphrase, key or password, I: identity, H: "true" for a hidden network
     /// - E: PEAP, or no field at all
     ///

@@ -142,10 +142,6 @@ QString takeSecret(JoinSettings &settings, const QStringList &fields)
                 "of the enterprise networks only those with PEAP can be joined");
         settings.identity = valueOf(fields, "I").text;
     }
-    // Codes of WPA3 networks say WPA too, so that all phones read them. Without a passphrase it is
-    // the stored one, which WPA3 does not take.
-    if (settings.security == Security::Wpa && !settings.hidden && !settings.secret.isEmpty())
-        settings.security = Security::Automatic;
     return {};
 }
 

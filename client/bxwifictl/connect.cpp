@@ -195,6 +195,9 @@ ExitStatus takeCode(const Options &options, JoinSettings &settings)
     QString problem;
     settings = JoinSettings::fromUri(code, &problem);
     settings.timeout = given.timeout;
+    // Codes of WPA3 networks say WPA too, so that all phones read them.
+    if (settings.security == Security::Wpa && !settings.hidden && !settings.secret.isEmpty())
+        settings.security = Security::Automatic;
     return problem.isEmpty() ? Success : failUsage(problem);
 }
 

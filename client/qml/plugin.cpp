@@ -20,7 +20,11 @@ public:
     Q_INVOKABLE QVariantMap read(const QString &uri) const
     {
         QString problem;
-        const auto settings = BxWifi::JoinSettings::fromUri(uri, &problem);
+        auto settings = BxWifi::JoinSettings::fromUri(uri, &problem);
+        // Codes of WPA3 networks say WPA too, so that all phones read them.
+        if (settings.security == BxWifi::Security::Wpa && !settings.hidden &&
+            !settings.secret.isEmpty())
+            settings.security = BxWifi::Security::Automatic;
         return {{QStringLiteral("ssid"), settings.ssid},
                 {QStringLiteral("security"), QVariant::fromValue(settings.security)},
                 {QStringLiteral("secret"), settings.secret},

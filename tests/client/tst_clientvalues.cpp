@@ -126,8 +126,7 @@ void ClientValuesTest::impossibleSettingsAreRefused()
 void ClientValuesTest::textsOfQrCodes()
 {
     const std::pair<QString, JoinSettings> cases[] = {
-        {"WIFI:T:WPA;S:Lab;P:correct horse;;",
-         {"Lab", Security::Automatic, "correct horse", "", false}},
+        {"WIFI:T:WPA;S:Lab;P:correct horse;;", {"Lab", Security::Wpa, "correct horse", "", false}},
         {"wifi:P:12345678;Z:x;H:True;S:Lab;T:sae\n", {"Lab", Security::Wpa3, "12345678", "", true}},
         {"WIFI:S:Lab;P:left over;;", {"Lab", Security::Open, "", "", false}},
         {R"(WIFI:T:WEP;S:\"Say\"\; a\,b\:c\\;P:"ab\"";;)",

@@ -81,8 +81,9 @@ def test_module(bed, tmp_path):
     qml = subprocess.run(["qml", tmp_path / "module.qml"], capture_output=True, text=True,
                          timeout=60)
     said = [line[5:] for line in qml.stderr.splitlines() if line.startswith("qml: ")]
-    assert said.pop(0) == said.pop(1) == "Lab Open", qml
-    scan, address, status, wired = map(json.loads, said)
+    assert "Lab Open" in said, qml
+    # Whatever scans, the supplicant by itself among them, makes it seen once more.
+    scan, address, status, wired = (json.loads(line) for line in said if line != "Lab Open")
     assert list(scan[3].values()) == ["Grüße", "02:00:00:00:04:00", -72, 5745,
                                       "[WPA2-SAE-CCMP][ESS]", 4, 149, "5 GHz", 2]
     assert list(status.values()) == [True, "Lab Open", address, "02:00:00:00:02:00", 2437,

@@ -37,10 +37,10 @@ public:
     ~NetworkModel() override;
 
     /// The network of a name; none of that name has an empty BSSID.
-    WifiNetwork network(const QString &ssid) const;
+    Q_INVOKABLE WifiNetwork network(const QString &ssid) const;
     /// How a network is protected, by all access points of its name; Automatic if there are several
     /// kinds, or none in sight.
-    Security security(const QString &ssid) const;
+    Q_INVOKABLE BxWifi::Security security(const QString &ssid) const;
 
     /// As in every model.
     int rowCount(const QModelIndex &parent = {}) const override;

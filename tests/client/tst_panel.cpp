@@ -241,6 +241,11 @@ void PanelTest::scannedCode()
     EVENTUALLY(panel.text("ssid") == "Lab WPA2" && panel.text("secret") == secret);
     panel.press("join");
     EVENTUALLY(panel.text("state") == "Lab WPA2" && !panel.isVisible("secret"));
+    open("WIFI:T:WPA;S:Twin;P:" + secret + ";;");
+    panel.press("join");
+    EVENTUALLY(panel.text("problem").endsWith("say which") && panel.hasFocus("kinds"));
+    panel.press("join");
+    EVENTUALLY(panel.text("state") == "Twin");
 }
 
 /// Wherever a name is shown, it is not read as markup.

@@ -103,6 +103,12 @@ Dialog {
         const error = reply.error
         problem.text = reply.errorText
         reply = null
+        // A code may leave open which of several kinds it means.
+        if (error === WifiReply.InvalidRequest && security === Security.Automatic
+                && client.networks.security(ssid) === Security.Automatic) {
+            asksKind = true
+            security = kinds.currentValue
+        }
         if (error === WifiReply.NoError || error === WifiReply.Aborted)
             close()
         else

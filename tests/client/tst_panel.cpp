@@ -93,6 +93,10 @@ struct Panel {
             const QString text = item->property("text").toString();
             const bool isSaid = item->inherits("QQuickText") && !names.match(text).hasMatch();
             const bool isPseudo = QLocale().language() == QLocale::English;
+            const auto *seen = QAccessible::queryAccessibleInterface(item);
+            const QString spoken = seen ? seen->text(QAccessible::Name) : QString();
+            if (isPseudo && !names.match(spoken).hasMatch() && !spoken.contains('['))
+                found << "spoken: " + spoken;
             if (item->mapRectToScene(item->boundingRect()).right() > window->width() ||
                 (isSaid &&
                  (item->property("contentWidth").toReal() > std::ceil(item->width()) ||

@@ -111,10 +111,11 @@ QString RememberedNetworks::save() const
     QJsonArray list;
     for (const Network &network : networks)
         list.append(jsonOf(network));
+    const QByteArray text = QJsonDocument(QJsonObject{{listKey, list}}).toJson();
     QSaveFile target(file);
-    target.open(QIODevice::WriteOnly);
-    target.write(QJsonDocument(QJsonObject{{listKey, list}}).toJson());
-    if (target.commit())
+    // On a full disk it is flush() that fails; commit() alone would put an empty file in place.
+    if (target.open(QIODevice::WriteOnly) && target.write(text) == text.size() && target.flush() &&
+        target.commit())
         return {};
     return QStringLiteral("%1: %2; remembered until this ends").arg(file, target.errorString());
 }

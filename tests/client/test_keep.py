@@ -18,6 +18,7 @@ from radio import Radio, key_of
 BXWIFICTL = os.environ["BXWIFICTL"]
 SECRET = "correct horse"
 ROW = "02:00:00:00:0{}:00\t2412\t-{}0\t[{}][ESS]\t{}"
+NOTHING = '{"networks":[]}'
 WPA = [ROW.format(number, number + 4, "WPA2-PSK-CCMP", name) for number, name in enumerate("ABC")]
 
 
@@ -31,6 +32,9 @@ def test_keep():
     state, elsewhere = Path("/tmp/state"), Path("/tmp/elsewhere")
     state.mkdir(), elsewhere.mkdir()
     (state / "networks.json").write_text("[")
+    # A disk with no room for a further file.
+    subprocess.run(["mount", "-t", "tmpfs", "-o", "nr_blocks=1", "full", elsewhere], check=True)
+    (elsewhere / "networks.json").write_text(NOTHING)
     events = []
 
     def follow(keeper):
@@ -64,6 +68,7 @@ def test_keep():
         assert start(elsewhere, "--once").wait(30) == 0
         remembered = (state / "networks.json").read_text()
         assert [entry["ssid"] for entry in json.loads(remembered)["networks"]] == list("BCA")
+        assert (elsewhere / "networks.json").read_text() == NOTHING
         assert SECRET not in remembered and key_of(SECRET, "A") not in remembered
 
         # The supplicant is restarted: it has an end without a farewell, and comes back with what

@@ -14,7 +14,7 @@ def on_terminal(*arguments, answers=(), number=0, controlled=True):
     the last question. Returns its status and what the terminal shows."""
     terminal, inside = pty.openpty()
     before = termios.tcgetattr(inside)
-    command = ["setsid", *["--ctty"] * controlled, *arguments]
+    command = ["env", "TERM=xterm", "setsid", *["--ctty"] * controlled, *arguments]
     shown = b""
     with subprocess.Popen(command, stdin=inside, stdout=inside, stderr=inside) as run:
         for answer in answers:

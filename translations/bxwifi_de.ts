@@ -597,5 +597,9 @@
         <source>the daemon has no supplicant to talk to</source>
         <translation>der Dienst hat keine Verbindung zum Supplicant</translation>
     </message>
+    <message>
+        <source>cannot write to standard output</source>
+        <translation>Schreiben auf die Standardausgabe nicht möglich</translation>
+    </message>
 </context>
 </TS>

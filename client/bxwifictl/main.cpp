@@ -12,6 +12,9 @@
 #include <cstdio>
 #include <cstring>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace
 {
 constexpr const char *usage =
@@ -122,6 +125,25 @@ bool isOneOf(const char *word, const char *shortForm, const char *longForm)
     return std::strcmp(word, shortForm) == 0 || std::strcmp(word, longForm) == 0;
 }
 
+/// A closed descriptor would become the bus's or a file's, which were then read or written to. In
+/// its place comes one that can be neither.
+void occupyStandardDescriptors()
+{
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(descriptor, F_GETFD) == -1)
+            open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
+
+/// What is not written has not succeeded.
+ExitStatus withOutput(ExitStatus status)
+{
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return status;
+    printError(Message::tr("cannot write to standard output"));
+    return status == Success ? Failure : status;
+}
+
 ExitStatus run(const Verb &verb, int argc, char **argv)
 {
     const std::optional<Options> options = parseOptions(argc, argv, verb.options);
@@ -144,17 +166,18 @@ ExitStatus run(const Verb &verb, int argc, char **argv)
 
 int main(int argc, char **argv)
 {
+    occupyStandardDescriptors();
     if (argc < 2) {
         std::fputs(usage, stderr);
         return UsageError;
     }
     if (isOneOf(argv[1], "-h", "--help")) {
         std::fputs(usage, stdout);
-        return Success;
+        return withOutput(Success);
     }
     if (isOneOf(argv[1], "-V", "--version")) {
         std::puts("bxwifictl " BXWIFI_VERSION);
-        return Success;
+        return withOutput(Success);
     }
     const QCoreApplication application(argc, argv);
     std::setlocale(LC_CTYPE, "C.UTF-8"); // what is written is always UTF-8
@@ -164,5 +187,5 @@ int main(int argc, char **argv)
     if (!verb)
         return failUsage(
             Message::tr("no verb '%1'; see bxwifictl --help").arg(QString::fromUtf8(argv[1])));
-    return run(*verb, argc - 1, argv + 1);
+    return withOutput(run(*verb, argc - 1, argv + 1));
 }

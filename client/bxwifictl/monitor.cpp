@@ -11,6 +11,7 @@
 #include <QHash>
 
 #include <chrono>
+#include <cstdio>
 
 using BxWifi::WifiClient;
 using BxWifi::WifiNetwork;
@@ -87,6 +88,8 @@ public:
         } else {
             ::print(QStringLiteral("%1 %2 %3").arg(time, QLatin1String(signal), lineOf(fields)));
         }
+        if (std::ferror(stdout) != 0)
+            QCoreApplication::exit(Failure);
     }
 
     /// For what this program asks for itself: leaves out what was said last.

@@ -19,6 +19,9 @@
 
 namespace
 {
+// More than the supplicant takes; what has no lines has an end like that.
+constexpr qint64 longestLine_bytes = 4096;
+
 /// The terminal, set for the time of one question. The keys that stop a program or dump its core
 /// are dead meanwhile, so that a terminal without echo is never left behind.
 class Terminal
@@ -95,7 +98,7 @@ ExitStatus readSecretFile(const QString &path, QString &secret)
     if (!isOpen)
         return failUsage(Message::tr("cannot read %1").arg(path));
     const QString firstLine = Message::tr("the first line of %1").arg(path);
-    const ExitStatus status = take(file.readLine(), firstLine, secret);
+    const ExitStatus status = take(file.readLine(longestLine_bytes), firstLine, secret);
     if (status == Success && secret.isEmpty())
         //: %1 is "the first line of FILE"
         return failUsage(Message::tr("%1 is empty").arg(firstLine));

@@ -144,11 +144,13 @@ def test_refusals(bed, radio, arguments, word, status):
     assert [command for command in sent(bed) if command != "SCAN"] == []
 
 
-def test_help():
+def test_help(radio):
     for arguments, beginning in (["--help"], "Usage: bxwifictl VERB"), (["-V"], "bxwifictl 1."), (
             ["connect", "X", "-h"], "Usage: bxwifictl connect"):
         status, output, error = bxwifictl(*arguments)
         assert (status, error) == (0, "") and output.startswith(beginning)
+    for output in "/dev/full", "&-":  # nowhere to write to
+        assert subprocess.run(f"{BXWIFICTL} status >{output}", shell=True).returncode == 1
 
 
 def test_language(radio, monkeypatch):

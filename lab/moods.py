@@ -6,9 +6,8 @@ import select
 import subprocess
 import sys
 
-from harness.bed import Bed
+from harness.bed import Bed, comes_true
 from harness.supplicant import FakeSupplicant
-from harness.waiting import comes_true
 
 ORDINARY = [(2412, -48, "[WPA2-PSK-CCMP][ESS]", "Lab WPA2"),
             (2437, -55, "[ESS]", "Lab Open"),

@@ -5,8 +5,10 @@
 import threading
 import time
 
-import pytest
-from harness.bed import request_line
+from harness.bed import LINKED, comes_true
+from harness.bus import request_line
+
+NOT_YET = "Failed to init with WPA_Supplicant"
 
 
 def test_time_out(bed):
@@ -16,37 +18,44 @@ def test_time_out(bed):
     bed.supplicant.react = lambda command: answered.set()
     with bed.supplicant.silence:
         bed.bus.call("ssidRequest")  # the client library waits 10 s
-        bed.check("STATUS", "ssidResult()")
-        assert bed.daemon.logs(request_line("STATUS", "command timed out"))
+        bed.check("STATUS", "ssidResult()", request_line("STATUS", "command timed out"),
+                  request_line("STATUS", "false"))
     assert answered.wait(10)
     bed.supplicant.answer("STATUS", "ssid=Home\n")
     bed.bus.call("ssidRequest")
-    bed.check("STATUS", "ssidResult(Home)")
+    late = r'void ctrlRequestDebug(char*, size_t) "ssid=Late\n"'
+    bed.check(late, "STATUS", "ssidResult(Home)")
+
+
+def logs(bed, line):
+    """When it did."""
+    assert comes_true(lambda: line in bed.journal.entries()), bed.journal.entries()
+    assert bed.journal.take()[-1] == line
+    return bed.daemon.log_file.stat().st_mtime
 
 
 def test_retry(bed):
     bed.supplicant.kill()
+    # A timer that may be inexact would end its first interval early, to meet a full second.
+    time.sleep(1 - time.monotonic() % 1)
     bed.daemon.start()
-    assert bed.daemon.logs("Failed to init with WPA_Supplicant")
-    begun = time.monotonic()
-    assert bed.daemon.logs("Retrying SETUP again in 4sec")
-    assert time.monotonic() - begun == pytest.approx(4, abs=0.6)
+    begun = logs(bed, NOT_YET)
+    assert begun + 3.98 <= logs(bed, "Retrying SETUP again in 4sec") < begun + 4.6
     bed.supplicant.start()
-    assert bed.daemon.logs("Finally init with WPA Supplicant")
-    assert time.monotonic() - begun == pytest.approx(8, abs=0.6)
+    assert begun + 7.98 <= logs(bed, "Finally init with WPA Supplicant") < begun + 8.6
     # That was the last time, and the supplicant reads its configuration without being asked.
     time.sleep(4.5)
-    bed.check("ATTACH")
+    bed.check()
 
 
 def test_rebuild_during_retry(bed):
     bed.supplicant.kill()
     bed.daemon.start()
-    assert bed.daemon.logs("Failed to init with WPA_Supplicant")
+    logs(bed, NOT_YET)
     bed.supplicant.start()
     bed.bus.call("wpaConnectRequest")
     time.sleep(4.5)
-    bed.check("ATTACH", "RECONFIGURE")
+    assert bed.journal.take()[2:] == LINKED
 
 
 def test_hanging_tool(bed):
@@ -55,12 +64,11 @@ def test_hanging_tool(bed):
     bed.start()
     begun = time.monotonic()
     bed.bus.call("setDynamic", True)
-    assert time.monotonic() - begun == pytest.approx(30.5, abs=0.5)
+    assert 30 <= time.monotonic() - begun < 32
     # The next tool gets its own output, and Qt has nothing to warn of.
-    before = bed.daemon.log()
+    bed.journal.take()
     bed.bus.call("dynamicRequest")
     assert bed.journal.take()[-1] == "dynamicResult(True)"
-    assert bed.daemon.log() == before
 
 
 def test_hanging_tool_at_end(bed):
@@ -68,4 +76,4 @@ def test_hanging_tool_at_end(bed):
     bed.start()
     bed.bus.call("setDynamic", True)
     bed.daemon.stop()
-    assert bed.daemon.log()[-1] == request_line("SAVE_CONFIG", "true")
+    bed.check("fw_setenv|dynamicip|1", "SAVE_CONFIG", "sync", "DETACH")

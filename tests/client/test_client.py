@@ -7,8 +7,7 @@ import re
 import subprocess
 from functools import partial
 
-from harness.bed import Bed
-from harness.waiting import comes_true
+from harness.bed import Bed, comes_true
 
 from radio import Radio, key_of
 

@@ -10,8 +10,7 @@ import time
 from functools import partial
 from pathlib import Path
 
-from harness.bed import Bed
-from harness.waiting import comes_true
+from harness.bed import Bed, comes_true
 
 from radio import Radio, key_of
 

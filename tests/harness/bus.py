@@ -1,17 +1,18 @@
 # SPDX-FileCopyrightText: 2026 The bxwifid developers
 # SPDX-License-Identifier: BSD-3-Clause
-"""A bus of the test's own, and the record of what happened around it."""
+"""A bus of the test's own, what travels on it, and the record of what happens around it."""
 
+import json
 import os
-import queue
+import struct
 import subprocess
 import threading
 from contextlib import suppress
 from pathlib import Path
 
-from jeepney import DBusAddress, HeaderFields, MatchRule, MessageType, message_bus, new_method_call
-from jeepney.io import blocking
-from jeepney.io.threading import open_dbus_connection
+from jeepney import DBusAddress, HeaderFields, MatchRule, message_bus, new_method_call
+from jeepney.io.threading import DBusRouter, open_dbus_connection
+from jeepney.wrappers import unwrap_msg
 
 SERVICE = "com.brelvix.bxwifid"  # its object's interface, too
 DAEMON = DBusAddress("/", SERVICE, SERVICE)
@@ -25,60 +26,109 @@ def daemon_call(method, *arguments):
     return new_method_call(DAEMON, method, signature, arguments)
 
 
+def record(*fields):
+    """A record as it travels: texts and truth values one behind the other. None is the null text,
+    which is not the empty one."""
+    return b"".join(map(_encoded, fields))
+
+
+def network(flags, ssid, password="", identity=""):
+    """What a client sends to join a network."""
+    return record("b", "f", "s", flags, ssid, password, identity, True)
+
+
+def _encoded(field):
+    if isinstance(field, bool):
+        return struct.pack("?", field)
+    if field is None:
+        return b"\xff\xff\xff\xff"
+    text = field.encode("utf-16-be")
+    return struct.pack(">I", len(text)) + text
+
+
+def request_line(command, outcome):
+    """What the daemon logs of a command at last."""
+    quoted = json.dumps(command, ensure_ascii=False)
+    return f"QString WifiControl::ctrlRequest(const QString&) {quoted} {outcome}"
+
+
 def signal(name, value):
-    """The journal's entry of a signal with its one argument, bytes in hexadecimal."""
+    """The entry of a signal with its one argument, bytes in hexadecimal."""
     return f"{name}({value.hex() if isinstance(value, bytes) else value})"
 
 
 class Journal:
-    """The one ordered record. Entries are the commands a fake supplicant got, the tools that ran,
-    as "tool|argument|argument", and the daemon's signals, as "signal(value)". Bytes that are not
-    UTF-8 are kept in the texts."""
+    """Entries are the commands a fake supplicant got, the tools that ran, as
+    "tool|argument|argument", the daemon's signals, as "signal(value)", and the lines of its log but
+    for those that tell of an answered command. Between two commands or tools the order of signals
+    and lines is not known, and the lines stand last. Bytes that are not UTF-8 are kept."""
 
-    def __init__(self, settle):
+    def __init__(self, log_file, settle):
+        self.log = open(log_file, errors="surrogateescape")
         self.settle = settle
-        self.happened = []
+        self.lock = threading.RLock()
+        self.rest = self.answered = ""
+        self.happened, self.signals, self.lines = [], [], []
 
     def append(self, entry):
-        """A command or a tool. Signals take another road: those that left the daemon before are
-        waited for."""
+        """A command or a tool. The signals that left the daemon before are waited for."""
         self.settle()
-        self.happened.append(entry)
+        with self.lock:
+            self._read_log()
+            self.happened += [*self.signals, *self.lines, entry]
+            self.signals, self.lines = [], []
+            self.answered = request_line(entry, "true")
+
+    def put_nowait(self, message):
+        """A signal's message."""
+        entry = signal(message.header.fields[HeaderFields.member], message.body[0])
+        with self.lock:
+            self.signals.append(entry)
 
     def entries(self):
         """All since the last take()."""
-        return list(self.happened)
+        with self.lock:
+            self._read_log()
+            return self.happened + self.signals + self.lines
 
     def take(self):
-        found = self.entries()
-        del self.happened[:len(found)]
-        return found
+        with self.lock:
+            found = self.entries()
+            self.happened, self.signals, self.lines = [], [], []
+            return found
+
+    def _read_log(self):
+        *lines, self.rest = (self.rest + self.log.read()).split("\n")
+        for line in lines:
+            # Of the two kinds of line, one carries no source.
+            line = line.replace("unknown|unknown|", "")
+            if line == self.answered:
+                self.answered = ""
+            else:
+                self.lines.append(line)
 
 
 class Bus:
-    """The system bus of the processes that are started from then on, with a client that writes each
-    signal of the daemon into the journal."""
+    """The system bus of the processes that are started from then on, with a client that has each
+    signal of the daemon written into the journal."""
 
-    def __init__(self):
-        self.journal = Journal(self.settle)
+    def __init__(self, log):
         self.server = subprocess.Popen(
             ["dbus-daemon", f"--config-file={Path(__file__).with_name('bus.conf')}", "--nofork",
              "--print-address"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         self.address = self.server.stdout.readline().strip()  # comes when the bus listens
         os.environ["DBUS_SYSTEM_BUS_ADDRESS"] = self.address
-        self.client = open_dbus_connection(self.address, auth_timeout=10)
-        self.replies = {}  # queues, by the serial of the call
-        threading.Thread(target=self._receive, daemon=True).start()
-        self.request(message_bus.AddMatch(MatchRule(type="signal", interface=SERVICE)))
+        self.journal = Journal(log, self.settle)
+        self.client = DBusRouter(open_dbus_connection(self.address, auth_timeout=10))
+        signals = MatchRule(type="signal", interface=SERVICE)
+        self.client.filter(signals, queue=self.journal)
+        self.request(message_bus.AddMatch(signals))
 
     def close(self):
+        self.client.close()
         self.server.kill()
         self.server.wait()
         self.server.stdout.close()
-
-    def connect_client(self):
-        """One more connection, as of another client."""
-        return blocking.open_dbus_connection(self.address, auth_timeout=10)
 
     def send(self, method, *arguments):
         """Calls the daemon and leaves the reply alone. The call has reached it then."""
@@ -92,31 +142,10 @@ class Bus:
 
     def request(self, message):
         """The body of the reply, which must not be an error."""
-        serial = next(self.client.outgoing_serial)
-        self.replies[serial] = queue.SimpleQueue()
-        self.client.send(message, serial)
-        reply = self.replies[serial].get(timeout=REPLY_WAIT)
-        del self.replies[serial]
-        assert reply.header.message_type != MessageType.error, reply.body
-        return reply.body
+        return unwrap_msg(self.client.send_and_get_reply(message, timeout=REPLY_WAIT))
 
     def settle(self):
         """What the daemon has sent so far is in the journal. Its bus thread answers this also while
         the other one waits; one that is not on the bus sends nothing."""
-        with suppress(OSError, AssertionError):
+        with suppress(Exception):
             self.request(PING)
-
-    def _receive(self):
-        while True:
-            try:
-                message = self.client.receive()
-            except OSError:
-                return
-            fields = message.header.fields
-            if message.header.message_type != MessageType.signal:
-                # A call is one of our own, when a test has taken the daemon's name.
-                serial = fields.get(HeaderFields.reply_serial, message.header.serial)
-                if serial in self.replies:
-                    self.replies[serial].put(message)
-            elif fields[HeaderFields.interface] == SERVICE:
-                self.journal.happened.append(signal(fields[HeaderFields.member], message.body[0]))

@@ -53,17 +53,6 @@ def supplicant_dies(bed):
     happens(bed, "RECONFIGURE")
 
 
-def supplicant_babbles(bed):
-    for garbage in "=" * 4000, "\n" * 4000, "\t" * 4000, "\udcff" * 4000, "\0" * 4000, "":
-        bed.supplicant.answer("STATUS", garbage)
-        bed.supplicant.answer("SCAN_RESULTS", garbage)
-        bed.bus.call("fullStatusRequest")
-        bed.journal.take()
-        call(bed, "statusRequest", "statusMessage(1)")
-        bed.supplicant.send_event("<3>CTRL-EVENT-SCAN-RESULTS " + garbage[:200])
-        happens(bed, "statusMessage(3)")
-
-
 def tool_does(script):
     """With a tool that does this, the record of the wired port holds nothing."""
     def happen(bed):
@@ -129,8 +118,7 @@ def test_faults(bed):
     bed.start()
     flood(bed)  # brings the heap to its full size
     check_answers(bed)
-    for fault in (supplicant_dies, supplicant_babbles, tool_is_missing,
-                  tool_does("kill -KILL $$"),
+    for fault in (supplicant_dies, tool_is_missing, tool_does("kill -KILL $$"),
                   tool_does("head -c 10000000 /dev/zero | tr '\\0' x"),
                   tool_does("head -c 10000000 /dev/zero >&2"), flood):
         check_fault(bed, fault)

@@ -3,6 +3,7 @@
 """The daemon from its start to its first exchange, and its end."""
 
 import os
+import re
 import shutil
 import signal
 import subprocess
@@ -68,12 +69,19 @@ def test_start_and_end(bed, prepare, happens):
               [request_line("SAVE_CONFIG", "false"), "sync"])
 
 
+TRY = "Try 'bxwifid --help'.\n"
+
+
 @pytest.mark.parametrize("argument, status, text", [
-    ("--bogus", 2, "Try"), ("--wired-dhcp=1", 2, "Try"), ("start", 2, "'start'"),
-    ("--help", 0, ""), ("-V", 0, "")])
+    ("--bogus", 2, ".*'--bogus'\n" + TRY), ("--wired-dhcp=1", 2, ".*'--wired-dhcp' .*\n" + TRY),
+    ("start", 2, "bxwifid: unexpected argument 'start'\n" + TRY),
+    ("--help", 0, r"Usage: bxwifid .* --reset-supplicant-config .*/prefs/etc/wpa_supplicant.conf"
+                  r"\n.* --wired-dhcp .* -h, --help .* -V, --version .* exit\n"),
+    ("-V", 0, r"bxwifid \d+\.\d+\.\d+\n")])
 def test_usage(argument, status, text):
     run = subprocess.run([os.environ["BXWIFID"], argument], capture_output=True, text=True)
-    assert (run.returncode, text in run.stderr, bool(run.stdout)) == (status, True, not status)
+    said, silent = (run.stderr, run.stdout) if status else (run.stdout, run.stderr)
+    assert (run.returncode, silent) == (status, "") and re.fullmatch(text, said, re.S), said
 
 
 CONFIGURATION = Path("/prefs/etc/wpa_supplicant.conf")

@@ -92,5 +92,5 @@ try:
     scan(daemon)
     if len(sys.argv) == 3:
         join(daemon, *sys.argv[1:])
-except (DBusErrorResponse, TimeoutError) as error:
-    sys.exit(f"Failed: {error}")
+except (DBusErrorResponse, OSError) as error:  # TimeoutError, which says nothing, among them
+    sys.exit(f"Failed: {str(error) or 'no answer in time'}")

@@ -46,7 +46,8 @@ public:
 
     void write(const QByteArray &text) const
     {
-        [[maybe_unused]] const ssize_t written = ::write(output, text.constData(), text.size());
+        [[maybe_unused]] const ssize_t written =
+            ::write(output, text.constData(), static_cast<size_t>(text.size()));
     }
 
     /// One line as the terminal hands it out, which may be more than one read; without a line feed

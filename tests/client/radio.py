@@ -6,7 +6,10 @@ import hashlib
 import threading
 from copy import deepcopy
 
+from harness.bed import comes_true
 from harness.supplicant import FakeSupplicant
+
+SECRET = "thirteen byte"  # of every network; fits WEP, too
 
 ESCAPES = {ord(byte): "\\" + letter for byte, letter in zip('"\\\033\n\r\t', '"\\enrt')}
 LOOK_WAIT = 0.2  # seconds; what is selected is loaded anew before it is found
@@ -24,8 +27,14 @@ def printed(ssid):
                    for byte in ssid.encode(errors="surrogateescape"))
 
 
-def key_of(passphrase, ssid):
-    return hashlib.pbkdf2_hmac("sha1", passphrase.encode(), ssid.encode(), 4096, 32).hex()
+def key_of(ssid):
+    return hashlib.pbkdf2_hmac("sha1", SECRET.encode(), ssid.encode(), 4096, 32).hex()
+
+
+def access_points(*rows):
+    """A table of these, as "FREQUENCY SIGNAL FLAGS NAME" each."""
+    return [f"02:00:00:00:{number:02}:00\t" + "\t".join(row.split(" ", 3))
+            for number, row in enumerate(rows, 1)]
 
 
 def kind_of(network):
@@ -34,24 +43,41 @@ def kind_of(network):
     return network.get("key_mgmt", "PSK")[-3:]
 
 
-class Radio(FakeSupplicant):
-    """A scan finds the access points of a table, in rows as the supplicant prints them. All that
-    are protected take one secret, as passphrase, WEP key or password. `networks` is what the
-    supplicant knows, by id, and `saved` what its configuration file holds; a network has its
-    parameters as they were set, without quotation marks, and "disabled"."""
+TABLE = access_points(
+    r"2412 -70 [WPA2-PSK-CCMP][ESS] Gr\xc3\xbc\xc3\x9fe",
+    r"5180 -50 [WPA2-PSK-CCMP][ESS] Gr\xc3\xbc\xc3\x9fe",
+    r"2437 -60 [ESS] \e[31m\xe2\x80\xaered",
+    r"2437 -80 [WPA2-SAE-CCMP][ESS] ",
+    r"2437 -81 [WPA2-SAE-CCMP][ESS] \xe4\xbd\xa0",
+    r"2437 -82 [WPA2-EAP-CCMP][ESS] A:b=c",
+    r"2437 -83 [WEP][ESS] \xef\xbb\xbfWep",
+    r"2437 -84 [ESS] Twin",
+    r"2437 -85 [WPA2-PSK-CCMP][ESS] Twin",
+    r'2437 -86 [WPA2-OWE-CCMP][ESS] \\o\"\n\xf3\xa0\x81\x81\xe2\x80\xa8\x',
+    r"2437 -87 [ESS] ssid=a=b")
 
-    def __init__(self, journal, table, secret):
-        self.table = table
-        self.secret = secret
-        self.has_addresses = True
-        self.store()
+
+class Radio(FakeSupplicant):
+    """A scan finds the access points of a table, in rows as the supplicant prints them. `networks`
+    is what the supplicant knows, by id, and `saved` what its configuration file holds; a network
+    has its parameters as they were set, without quotation marks, and "disabled"."""
+
+    def __init__(self, journal, table):
+        self.full_table = table
+        self.begin()
         super().__init__(journal)
 
-    def store(self, *networks):
-        """Has these in its file and, as after a start, in use; none is joined."""
+    def begin(self, *networks):
+        """Has these in its file and, as after a start, in use; joins the one it can, if any."""
+        self.table = list(self.full_table)
+        self.has_addresses = True
+        self.answers = {}
         self.saved = [{"disabled": False, **network} for network in networks]
         self.networks = dict(enumerate(deepcopy(self.saved)))
         self.disconnect()
+        if networks:
+            self.look()
+            assert comes_true(lambda: self.state == "COMPLETED")
 
     def stored(self):
         """The names in its file, those of the disabled in parentheses."""
@@ -136,11 +162,12 @@ class Radio(FakeSupplicant):
     def meet(self, network, kind, point):
         word, refusal = KINDS[kind]
         secret = network.get("password", network.get("wep_key0", network.get("psk")))
-        is_right = kind == OPEN or secret in (self.secret, key_of(self.secret, network["ssid"]))
+        is_right = kind == OPEN or secret in (SECRET, key_of(network["ssid"]))
         if refusal and not is_right:
             self.send_event(f"<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0 reason={refusal}")
             return
         address = "ip_address=10.20.2.15\n" if is_right and self.has_addresses else ""
-        self.connection = f"{point}mode=station\npairwise_cipher=CCMP\nkey_mgmt={word}\n{address}"
+        self.connection = (f"{point}mode=station\npairwise_cipher=CCMP\ngroup_cipher=TKIP\n"
+                           f"key_mgmt={word}\n{address}")
         self.state = "COMPLETED"
         self.send_event("<3>CTRL-EVENT-CONNECTED - Connection completed")

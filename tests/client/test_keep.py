@@ -7,18 +7,16 @@ import os
 import subprocess
 import threading
 import time
-from functools import partial
 from pathlib import Path
 
-from harness.bed import Bed, comes_true
+from harness.bed import comes_true
 
-from radio import Radio, key_of
+from command import BXWIFICTL, bxwifictl
+from radio import SECRET, access_points, key_of
 
-BXWIFICTL = os.environ["BXWIFICTL"]
-SECRET = "correct horse"
-ROW = "02:00:00:00:0{}:00\t2412\t-{}0\t[{}][ESS]\t{}"
+TABLE = access_points("2412 -40 [WPA2-PSK-CCMP][ESS] A", "2412 -50 [WPA2-PSK-CCMP][ESS] B",
+                      "2412 -60 [WPA2-PSK-CCMP][ESS] C")
 NOTHING = '{"networks":[]}'
-WPA = [ROW.format(number, number + 4, "WPA2-PSK-CCMP", name) for number, name in enumerate("ABC")]
 
 
 def start(folder, *options):
@@ -27,7 +25,7 @@ def start(folder, *options):
                             text=True, env=os.environ | {"STATE_DIRECTORY": str(folder)})
 
 
-def test_keep():
+def test_keep(bed, radio):
     state, elsewhere = Path("/tmp/state"), Path("/tmp/elsewhere")
     state.mkdir(), elsewhere.mkdir()
     (state / "networks.json").write_text("[")
@@ -48,50 +46,46 @@ def test_keep():
         events.clear()
 
     def connect(name):
-        run = subprocess.run([BXWIFICTL, "connect", name, "--password-file", "-"], input=SECRET,
-                             capture_output=True, text=True, timeout=90)
-        assert run.returncode == 0, run.stderr
+        status, _, error = bxwifictl("connect", name, "--password-file", "-", given=SECRET)
+        assert status == 0, error
 
-    with Bed(partial(Radio, table=list(WPA), secret=SECRET)) as bed:
-        assert start(elsewhere, "--once").wait(30) == 3
-        bed.start()
-        keeper = start(state)
-        threading.Thread(target=follow, args=[keeper], daemon=True).start()
-        comes(("state-problem", None))
-        assert (state / "networks.json.damaged").read_text() == "["
-        for name in "ACB":
-            connect(name)
-            comes(("hands-off", None), ("remembered", name), ("online", name))
-        joined = time.monotonic()
-        subprocess.run([BXWIFICTL, "forget", "C"], check=True)
-        assert start(elsewhere, "--once").wait(30) == 0
-        remembered = (state / "networks.json").read_text()
-        assert [entry["ssid"] for entry in json.loads(remembered)["networks"]] == list("BCA")
-        assert (elsewhere / "networks.json").read_text() == NOTHING
-        assert SECRET not in remembered and key_of(SECRET, "A") not in remembered
+    keeper = start(state)
+    threading.Thread(target=follow, args=[keeper], daemon=True).start()
+    comes(("state-problem", None))
+    assert (state / "networks.json.damaged").read_text() == "["
+    for name in "ACB":
+        connect(name)
+        comes(("hands-off", None), ("remembered", name), ("online", name))
+    joined = time.monotonic()
+    assert bxwifictl("forget", "C")[0] == 0
+    assert start(elsewhere, "--once").wait(30) == 0
+    remembered = (state / "networks.json").read_text()
+    assert [entry["ssid"] for entry in json.loads(remembered)["networks"]] == list("BCA")
+    assert (elsewhere / "networks.json").read_text() == NOTHING
+    assert SECRET not in remembered and key_of("A") not in remembered
 
-        # The supplicant is restarted: it has an end without a farewell, and comes back with what
-        # it has stored.
-        bed.supplicant.kill()
-        comes(("relinking", None), within=7)
-        bed.supplicant.start()
-        comes(("relinked", None), ("online", "B"), within=8)
+    # The supplicant is restarted: it has an end without a farewell, and comes back with what
+    # it has stored.
+    radio.kill()
+    comes(("relinking", None), within=7)
+    radio.start()
+    comes(("relinked", None), ("online", "B"), within=8)
 
-        # The access point is gone, and a stranger shows its name. For a minute after the join the
-        # keeper waits for the client. What was joined before is not stored any more.
-        bed.supplicant.table[1] = ROW.format(1, 4, "", "B").replace("[][ESS]", "[ESS]")
-        bed.supplicant.look()
-        stranger = start(elsewhere, "--once")
-        comes(("offline", None), ("joining", "C"), ("forgotten", "C"), ("joining", "A"),
-              ("online", "A"), within=90)
-        assert 60 <= time.monotonic() - joined <= 85
-        assert bed.supplicant.stored() == ["A", "(B)"]
-        assert stranger.wait(30) == 6
+    # The access point is gone, and a stranger shows its name. For a minute after the join the
+    # keeper waits for the client. What was joined before is not stored any more.
+    radio.table[1] = TABLE[1].replace("-50\t[WPA2-PSK-CCMP]", "-40\t")
+    radio.look()
+    stranger = start(elsewhere, "--once")
+    comes(("offline", None), ("joining", "C"), ("forgotten", "C"), ("joining", "A"),
+          ("online", "A"), within=90)
+    assert 60 <= time.monotonic() - joined <= 85
+    assert radio.stored() == ["A", "(B)"]
+    assert stranger.wait(30) == 6
 
-        subprocess.run([BXWIFICTL, "disconnect"], check=True)
-        assert start(state, "--once").wait(40) == 0
-        comes(("left", None))
-        connect("C")
-        comes(("hands-off", None), ("remembered", "C"), ("online", "C"))
-        keeper.terminate()
-        assert keeper.wait(10) == -15
+    assert bxwifictl("disconnect")[0] == 0
+    assert start(state, "--once").wait(40) == 0
+    comes(("left", None))
+    connect("C")
+    comes(("hands-off", None), ("remembered", "C"), ("online", "C"))
+    keeper.terminate()
+    assert keeper.wait(10) == -15

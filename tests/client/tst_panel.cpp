@@ -27,7 +27,7 @@ using namespace BxWifi;
 
 namespace
 {
-const auto secret = QStringLiteral("correct horse battery"); ///< of every network
+const auto secret = QStringLiteral("thirteen byte"); ///< of every network
 
 /// The panel's window, used without a mouse, which would miss what is still moving.
 struct Panel {
@@ -148,7 +148,7 @@ void PanelTest::panel()
 {
     const Panel panel;
     panel.press("Lab WPA2");
-    panel.type("secret", "wrong horse battery");
+    panel.type("secret", "wrong horse");
     EVENTUALLY(panel.text("problem").contains("wrong passphrase"));
     QCOMPARE(panel.text("state"), "Not connected");
     panel.type("secret", secret);
@@ -216,7 +216,7 @@ void PanelTest::underWay()
     panel.press("cancel");
 
     panel.press("Grüße");
-    panel.type("secret", "wrong horse battery");
+    panel.type("secret", "wrong horse");
     EVENTUALLY(panel.text("progress").startsWith("Going back"));
     EVENTUALLY(panel.text("problem").endsWith("back in Lab WPA2"));
     panel.press("cancel");
@@ -273,7 +273,7 @@ void PanelTest::plainText()
     EVENTUALLY(panel.text("state") == ssid && !panel.isVisible("secret"));
     QCOMPARE(formats(), twicePlain); // row and state
     panel.press("Lab WPA2");
-    panel.type("secret", "wrong horse battery");
+    panel.type("secret", "wrong horse");
     EVENTUALLY(panel.text("problem").endsWith(ssid));
     QCOMPARE(formats().count(Qt::PlainText), formats().size());
 }
@@ -324,7 +324,7 @@ void PanelTest::languages()
         QTest::keyClick(panel.window, Qt::Key_Escape);
     }
     panel.press("Grüße");
-    panel.type("secret", "wrong horse battery");
+    panel.type("secret", "wrong horse");
     EVENTUALLY(panel.misfits().isEmpty() && !panel.text("problem").isEmpty());
     look();
     panel.press("cancel");

@@ -1,0 +1,175 @@
+# SPDX-FileCopyrightText: 2026 The bxwifid developers
+# SPDX-License-Identifier: BSD-3-Clause
+"""How the program joins a network, and what becomes of the device when it does not."""
+
+import json
+import signal
+import subprocess
+
+import pytest
+from harness.bed import comes_true
+
+from command import ATTENTIVE, bxwifictl, on_terminal
+from radio import SECRET, key_of
+
+HOME = {"ssid": "Grüße", "psk": key_of("Grüße")}
+BY_HAND = {"scan_ssid": "1", "pairwise": "CCMP", "group": "CCMP"}
+THIRD = {**BY_HAND, "ssid": "你", "key_mgmt": "SAE", "psk": SECRET}
+LOGIN = {**BY_HAND, "ssid": "A:b=c", "key_mgmt": "WPA-EAP", "eap": "PEAP", "identity": "ada",
+         "password": SECRET}
+OPEN = {"ssid": "ssid=a=b", "key_mgmt": "NONE"}
+
+
+# With what on standard input: what is set, and what the program calls it.
+@pytest.mark.parametrize("arguments, given, network, own", [
+    ("Grüße --password-file -", SECRET, HOME, "Grüße"),
+    ("Grüße --password-file -", HOME["psk"], HOME, "Grüße"),
+    ("Grüße --stored", "", HOME, "Grüße"),
+    ("--hidden Grüße --json --password-file -", SECRET,
+     {**BY_HAND, "key_mgmt": "WPA-PSK", **HOME}, None),
+    ("你 --password-file /dev/stdin", SECRET + "\r\nmore", THIRD, "你"),
+    ("--security=wpa3 --hidden 你 --password-file -", SECRET, THIRD, "你"),
+    ("--uri-file -", f"WIFI:T:WPA;S:你;P:{SECRET};;", THIRD, "你"),
+    ("A:b=c --identity ada --password-file -", SECRET, LOGIN, "A:b=c"),
+    ("\ufeffWep --password-file -", SECRET,
+     {**BY_HAND, "ssid": "\ufeffWep", "key_mgmt": "NONE", "wep_key0": SECRET}, "\\ufeffWep"),
+    ("--security=open \033[31m\u202ered", "",
+     {"ssid": "\033[31m\u202ered", "key_mgmt": "NONE"}, "\\u001b[31m\\u202ered"),
+    ("--security=open --hidden ssid=a=b", "", {**BY_HAND, **OPEN}, "ssid=a=b"),
+])
+def test_joins(radio, arguments, given, network, own):
+    radio.begin(HOME)
+    output = f"ssid     {own}\naddress  10.20.2.15\n"
+    if not own:
+        output = '{"address":"10.20.2.15","ssid":"Grüße"}\n'
+    hints = "--security" in arguments or "--hidden" in arguments
+    assert bxwifictl("connect", *arguments.split(), given=given) == (
+        0, output, "scanning ...\n" * (not hints) + "asking the daemon ...\nassociating ...\n"
+        "waiting for an address ...\n")
+    *others, joined = radio.networks.values()
+    assert joined == {**network, "disabled": False}
+    assert others == ([] if network["ssid"] == "Grüße" else [{**HOME, "disabled": True}])
+    assert radio.stored() == (["Grüße"] if not others or "eap" in network else
+                              ["(Grüße)", network["ssid"]])
+
+
+def test_status_when_joined(radio):
+    radio.begin(THIRD)
+    assert bxwifictl("status") == (0, """\
+state             connected
+ssid              你
+address           10.20.2.15
+bssid             02:00:00:00:05:00
+frequency         2437 MHz
+mode              station
+pairwise cipher   CCMP
+group cipher      TKIP
+key management    SAE
+supplicant state  COMPLETED
+""", "")
+    assert bxwifictl("address") == (0, "10.20.2.15\n", "")
+    marked = "*  你                             02:00:00:00:05:00"
+    assert [line[:len(marked)] for line in bxwifictl("scan", "--all")[1].splitlines()
+            if line.startswith("*")] == [marked]
+    assert json.loads(bxwifictl("scan", "--json")[1])[2] == {
+        "ssid": "你", "bssid": "02:00:00:00:05:00", "signal_dbm": -81, "frequency_mhz": 2437,
+        "channel": 6, "band": "2.4 GHz", "security": "wpa3", "joined": True}
+
+
+WARNING = ("should this fail, the device cannot go back to 你, whose passphrase or login has to be "
+           "given every time\n")
+NOWHERE = "the device is in no network now"
+
+
+# From what network, with what arguments: the status, what is said last, and what is stored then.
+@pytest.mark.parametrize("home, arguments, status, text, stored", [
+    (HOME, "--security peap --identity ada --timeout 2 Twin", 7,
+     "not joined within 2 s; back in Grüße", ["Grüße"]),
+    (HOME, "Grüße", 5, f"wrong passphrase or key; its former key is lost; {NOWHERE}", []),
+    (THIRD, "Grüße", 5,
+     f"wrong passphrase or key; 你 takes its secret each time; {NOWHERE}", ["(你)"]),
+    (OPEN, "--security wpa Grüße", 5, "wrong passphrase or key; back in ssid=a=b", ["ssid=a=b"]),
+    (LOGIN, "你", 5, "refused; most likely a wrong passphrase; A:b=c takes its secret each time; "
+     + NOWHERE, ["(A:b=c)"]),
+    (None, "A:b=c --identity ada", 5, "identity or password refused", []),
+])
+def test_way_back(radio, home, arguments, status, text, stored):
+    radio.begin(*[home] * bool(home))
+    ended, _, error = bxwifictl("connect", "--password-file", "-", *arguments.split(),
+                                given="wrong horse")
+    assert ended == status and error.endswith(f": {text}\n"), error
+    assert radio.stored() == stored
+    assert error.startswith(WARNING) == (home == THIRD)
+
+
+def test_without_address(radio):
+    radio.begin(HOME)
+    radio.has_addresses = False
+    status, _, error = bxwifictl("connect", "你", "--password-file", "-", given=SECRET)
+    assert status == 1 and error.endswith("joined, but no address came; back in Grüße\n")
+    assert radio.stored() == ["Grüße", "(你)"]
+
+
+def test_what_was_not_joined_is_no_way_back(radio):
+    """The supplicant names a network from the moment that it tries to join it."""
+    radio.connection, radio.state = "ssid=\\xe4\\xbd\\xa0\nkey_mgmt=SAE\n", "ASSOCIATING"
+    assert bxwifictl("connect", "Grüße", "--password-file", "-", given="wrong horse")[2] == (
+        "scanning ...\nasking the daemon ...\nassociating ...\n"
+        "bxwifictl: Grüße: wrong passphrase or key\n")
+
+
+@pytest.mark.parametrize("options, signals, status", [
+    ([], [signal.SIGINT], 130), ([], [signal.SIGTERM], 143), ([], [signal.SIGHUP], 129),
+    (["--ignore-signal=HUP"], [signal.SIGHUP, signal.SIGINT], 130)])  # as nohup has it
+def test_interruption(radio, options, signals, status):
+    radio.begin(HOME)
+    with subprocess.Popen([*ATTENTIVE[:-1], *options, ATTENTIVE[-1], "connect", "--security",
+                           "open", "Nowhere"], stderr=subprocess.PIPE, text=True) as run:
+        while run.stderr.readline() != "associating ...\n":
+            assert run.poll() is None
+        for number in signals:
+            run.send_signal(number)
+        assert run.stderr.readline() == "going back to Grüße ...\n"
+        if number == signal.SIGTERM:
+            run.send_signal(signal.SIGINT)
+            assert run.wait(9) == -signal.SIGINT
+            return
+        assert run.stderr.read() == "bxwifictl: Nowhere: given up; back in Grüße\n"
+    assert run.returncode == status
+
+
+def test_interruption_of_the_first_question(bed, radio):
+    with radio.silence, subprocess.Popen([*ATTENTIVE, "connect", "X"]) as run:
+        assert comes_true(lambda: "STATUS" in bed.journal.entries())
+        run.terminate()
+        assert run.wait(9) == 143
+
+
+@pytest.mark.parametrize("status, answer, end, options", [
+    (0, b"thirteen byte\n", "address  10.20.2.15\r\n", {}),
+    (0, b"thirteen byte\n", "address  10.20.2.15\r\n", {"controlled": False}),
+    (5, b"wrong horse\n", "Grüße: wrong passphrase or key\r\n", {}),
+    (6, b"\n", "Grüße: nothing is stored for this network to join it with\r\n", {}),
+    (130, b"half\3", ": \r\n", {}),
+    (1, b"\4", "\r\nbxwifictl: no answer\r\n", {}),
+    (2, b"stop\x1a\x1cquit\n", "control characters in a passphrase, password or identity\r\n", {}),
+    (2, b"correct h\xf6rse\n", "bxwifictl: what was typed is not UTF-8 text\r\n", {}),
+    (143, b"", ": \r\n", {"number": signal.SIGTERM}),
+    (129, b"", ": \r\n", {"number": signal.SIGHUP}),
+])
+def test_questions_on_a_terminal(radio, status, answer, end, options):
+    ended, shown = on_terminal("connect", "Grüße", answers=[answer], **options)
+    assert ended == status and shown.endswith(end), shown
+    assert shown.startswith("scanning ...\r\nPassphrase for Grüße (empty: the stored one): \r\n")
+
+
+def test_login_on_a_terminal(bed, radio):
+    names = bed.folder / ".cache/bxwifictl/networks"
+    names.unlink(missing_ok=True)
+    bxwifictl("scan")
+    assert not names.exists()
+    shown = on_terminal("connect", "A:b=c", answers=[b"ada\n", b"thirteen byte\n"])[1]
+    assert shown.startswith(
+        "scanning ...\r\nIdentity for A:b=c: ada\r\nPassphrase for A:b=c: \r\nasking")
+    assert names.read_text() == "Grüße\n你\nA:b=c\nTwin\nssid=a=b\n"
+    assert "\033[1;32m*  A:b=c                          ▂    -82 dBm" in on_terminal("scan")[1]

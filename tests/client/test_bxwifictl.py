@@ -111,7 +111,13 @@ def test_verbs(bed, radio, arguments, commands, status, output, error):
     ("connect Grüße --password-file - < correct h\udcf6rse", "the first line of - is not UTF-8"),
     ("connect Grüße --password-file /nonexistent", "cannot read /nonexistent"),
     ("connect --uri-file - < ", "the first line of - is empty"),
-    ("connect --uri-file - < right one", 'it does not begin with "WIFI:"\n'),
+    *[(f"connect --uri-file - < {code}", words) for code, words in (
+        ("http://S:Lab;;", 'it does not begin with "WIFI:"\n'),
+        ("WIFI:T:nopass;P:S:Lab;;", "the code does not name a network"),
+        ("WIFI:T:WPA;S:Lab;P:abc\\", "the code is cut off"),
+        ("WIFI:T:WPA9;S:Lab;;", "a kind of protection that is not known"),
+        ("WIFI:T:WEP;S:Lab;P:ff00000000;;", "a WEP key that is not text"),
+        ("WIFI:T:WPA2-EAP;S:Lab;E:TTLS;I:ada;P:lovelace;;", "only those with PEAP"))],
     ("connect --uri-file - Grüße", "NAME"),
     ("connect --uri-file - --hidden", "--uri-file takes only"),
 ])

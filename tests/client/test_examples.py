@@ -1,11 +1,10 @@
 # SPDX-FileCopyrightText: 2026 The bxwifid developers
 # SPDX-License-Identifier: BSD-3-Clause
-"""The QML module and the examples: the panel and the console program."""
+"""The QML module and the example on the console."""
 
 import json
 import os
 import subprocess
-from pathlib import Path
 
 import pytest
 
@@ -35,28 +34,6 @@ Item {
             () => follow(wifi.status(), () => follow(wifi.wiredSettings(), Qt.quit))))
 }
 """
-
-
-@pytest.mark.parametrize("test", ["panel", "knownNetworks", "underWay", "scannedCode", "plainText",
-                                  "keyboard"])
-def test_panel(bed, radio, test):
-    bed.tools.script("fw_setenv", '[ "$1" != dynamicip ] || kill -KILL $PPID')
-    with subprocess.Popen([os.environ["PANEL"], test], stdout=subprocess.PIPE, text=True) as panel:
-        for line in panel.stdout:
-            print(line, end="")
-            if line == "start\n":
-                bed.daemon.process = None  # it was killed
-                bed.daemon.start()
-    assert panel.returncode == 0
-
-
-@pytest.mark.parametrize("language, share",
-                         [("C", "share"), ("de_DE", "share"), ("en_US", "pseudo")])
-def test_languages(radio, language, share):
-    radio.table = TABLE[:7]
-    data = Path(os.environ["PANEL"]).parents[1] / share
-    subprocess.run([os.environ["PANEL"], "languages"], check=True, timeout=120,
-                   env={**os.environ, "LC_ALL": language, "XDG_DATA_DIRS": str(data)})
 
 
 @pytest.mark.skipif("SANITIZED" in os.environ, reason="qml is built without sanitizers")

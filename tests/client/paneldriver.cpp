@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: 2026 The bxwifid developers
+// SPDX-License-Identifier: BSD-3-Clause
+
+// The panel on a screen that is not there, for test_panel.py: does what each line of standard input
+// asks for, and answers with a line of JSON.
+
+#include <QAccessible>
+#include <QGuiApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QPixmap>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QScreen>
+#include <QSocketNotifier>
+#include <QTest>
+
+#include <cmath>
+#include <iostream>
+
+namespace
+{
+/// All visible items below one.
+QList<QQuickItem *> items(const QQuickItem *in)
+{
+    QList<QQuickItem *> found;
+    for (QQuickItem *item : in->childItems()) {
+        if (item->isVisible())
+            found << item << items(item);
+    }
+    return found;
+}
+
+QJsonArray look(const QQuickWindow *window)
+{
+    QJsonArray found;
+    for (QQuickItem *item : items(window->contentItem())) {
+        const bool isText = item->inherits("QQuickText");
+        const bool isCut =
+            isText && (item->property("contentWidth").toReal() > std::ceil(item->width()) ||
+                       item->property("truncated").toBool());
+        const qreal right = item->mapRectToScene(item->boundingRect()).right();
+        found += QJsonObject{{"name", item->objectName()},
+                             {"text", item->property("text").toString()},
+                             {"isText", isText},
+                             {"isPlain", item->property("textFormat") == Qt::PlainText},
+                             {"isEnabled", item->isEnabled()},
+                             {"isChecked", item->property("checked").toBool()},
+                             {"top", item->mapToScene({}).y()},
+                             {"hasFocus", item->hasActiveFocus()},
+                             {"fits", !isCut && right <= window->width()}};
+    }
+    return found;
+}
+
+/// What a screen reader finds: what it is, its name, and what else is to be said of it.
+QJsonArray hear(const QAccessibleInterface *in)
+{
+    QJsonArray found;
+    for (int i = 0; i < in->childCount(); ++i) {
+        const QAccessibleInterface *child = in->child(i);
+        if (child->state().invisible)
+            continue;
+        found += QStringList{qAccessibleRoleString(child->role()), child->text(QAccessible::Name),
+                             child->text(QAccessible::Description)}
+                     .join(' ')
+                     .trimmed();
+        for (const QJsonValue below : hear(child))
+            found += below;
+    }
+    return found;
+}
+
+QJsonArray answer(QQuickWindow *window, const QString &command, const QString &what)
+{
+    if (command == "hear")
+        return hear(QAccessible::queryAccessibleInterface(window));
+    for (QQuickItem *item : items(window->contentItem())) {
+        if (command == "focus" && item->objectName() == what)
+            item->forceActiveFocus();
+    }
+    if (command == "key")
+        QTest::keySequence(window, QKeySequence(what));
+    if (command == "type")
+        for (const QChar character : what)
+            QTest::keyClick(window, character.toLatin1());
+    if (command == "scan code")
+        QMetaObject::invokeMethod(window->findChild<QObject *>("sheet"), "openForUri",
+                                  Q_ARG(QVariant, what));
+    if (command == "picture")
+        window->screen()->grabWindow(window->winId()).save(what);
+    return look(window);
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QGuiApplication application(argc, argv);
+    QAccessible::setActive(true);
+    QQmlApplicationEngine engine(QStringLiteral(PANEL));
+    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    const QSocketNotifier input(0, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, window, [window] {
+        std::string line;
+        if (!std::getline(std::cin, line))
+            QCoreApplication::quit();
+        const QStringList words = QString::fromStdString(line).split('\t');
+        const QJsonDocument found(answer(window, words.value(0), words.value(1)));
+        std::cout << found.toJson(QJsonDocument::Compact).constData() << std::endl;
+    });
+    return QGuiApplication::exec();
+}

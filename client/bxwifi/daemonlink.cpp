@@ -13,6 +13,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
+#include <QThread>
 #include <QTimer>
 
 namespace BxWifi
@@ -23,9 +24,11 @@ namespace
 // back after its removal.
 constexpr int mostRemovals = 20;
 
+/// Each thread has a connection of its own: when it has failed, one client drops it, and Qt crashes
+/// if another thread is about to use it.
 QString busName()
 {
-    return QStringLiteral("bxwifi");
+    return QStringLiteral("bxwifi-%1").arg(reinterpret_cast<quintptr>(QThread::currentThreadId()));
 }
 
 QString service()

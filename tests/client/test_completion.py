@@ -12,7 +12,8 @@ import pytest
 BXWIFICTL = Path(os.environ["BXWIFICTL"])
 # Given the file and what stands behind the command, each prints what the shell would offer.
 BASH = """source "$0"; COMP_WORDS=(bxwifictl "$@"); COMP_CWORD=$#
-          COMP_LINE=${COMP_WORDS[*]} COMP_POINT=${#COMP_LINE}; _bxwifictl
+          COMP_LINE=$(sed 's/ \\([:=]\\) /\\1/g' <<<"${COMP_WORDS[*]}x")
+          COMP_LINE=${COMP_LINE%x} COMP_POINT=${#COMP_LINE}; _bxwifictl
           eval "printf '%s\\n' ${COMPREPLY[*]}" """
 ZSH = """_describe() { print -l -- ${verbs%%:*} ${options%%:*} $short }
          compadd() { print -l -- ${@#--} }
@@ -20,7 +21,7 @@ ZSH = """_describe() { print -l -- ${verbs%%:*} ${options%%:*} $short }
          complete $0 || true"""
 FISH = """source $argv[1]; complete -C "bxwifictl $(string join -- ' ' $argv[2..])" | cut -f 1"""
 SHELLS = [("bash", BASH, "bxwifictl"), ("zsh", ZSH, "_bxwifictl"), ("fish", FISH, "bxwifictl.fish")]
-NAMES = "Lab WPA2\n$(echo Lab)\nGrüße\n"
+NAMES = "Lab WPA2\n$(echo Lab)\nGrüße\nA:b=c\n"
 
 
 @pytest.mark.parametrize("shell, script, file", SHELLS, ids=["bash", "zsh", "fish"])
@@ -43,4 +44,10 @@ def test_completion(tmp_path, shell, script, file):
         options = re.findall(r"--[a-z-]+", run(BXWIFICTL, verb, "--help"))
         assert offers(verb, "--") == {*options, "--help"} >= {"--json"}
     assert offers("connect", "--security", "") == {"open", "wpa", "wpa3", "wep", "peap"}
+    assert offers("wired", "") == {"live", "static", "dhcp"}
+    assert offers("wired", "dhcp", "") == {"on", "off"}
     assert offers("forget", "") == set(NAMES.splitlines())
+    if shell == "bash":  # which takes these for words of their own, and has words as they are typed
+        assert offers("forget", "A", ":", "b") == {"b=c"}
+        assert offers("connect", "--security", "=", "wpa") == {"wpa", "wpa3"}
+        assert offers("forget", "Lab\\ W") == {"Lab WPA2"}

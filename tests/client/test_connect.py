@@ -76,8 +76,7 @@ supplicant state  COMPLETED
         "channel": 6, "band": "2.4 GHz", "security": "wpa3", "joined": True}
 
 
-WARNING = ("should this fail, the device cannot go back to 你, whose passphrase or login has to be "
-           "given every time\n")
+WARNING = "should this fail, the device cannot go back to 你, whose passphrase or login has"
 NOWHERE = "the device is in no network now"
 
 

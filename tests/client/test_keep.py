@@ -19,10 +19,17 @@ TABLE = access_points("2412 -40 [WPA2-PSK-CCMP][ESS] A", "2412 -50 [WPA2-PSK-CCM
 NOTHING = '{"networks":[]}'
 
 
-def start(folder, *options):
+def start(folder, option):
     """A keeper with its state in this folder."""
-    return subprocess.Popen([BXWIFICTL, "keep", "--json", *options], stdout=subprocess.PIPE,
-                            text=True, env=os.environ | {"STATE_DIRECTORY": str(folder)})
+    return subprocess.Popen([BXWIFICTL, "keep", option], text=True, stdout=subprocess.PIPE,
+                            stderr=subprocess.PIPE,
+                            env=os.environ | {"STATE_DIRECTORY": str(folder)})
+
+
+def said(keeper):
+    """What one has said when it has ended, and with what status."""
+    _, error = keeper.communicate(timeout=60)
+    return keeper.returncode, error.replace("bxwifictl: ", "").splitlines()
 
 
 def test_keep(bed, radio):
@@ -49,7 +56,7 @@ def test_keep(bed, radio):
         status, _, error = bxwifictl("connect", name, "--password-file", "-", given=SECRET)
         assert status == 0, error
 
-    keeper = start(state)
+    keeper = start(state, "--json")
     threading.Thread(target=follow, args=[keeper], daemon=True).start()
     comes(("state-problem", None))
     assert (state / "networks.json.damaged").read_text() == "["
@@ -58,7 +65,9 @@ def test_keep(bed, radio):
         comes(("hands-off", None), ("remembered", name), ("online", name))
     joined = time.monotonic()
     assert bxwifictl("forget", "C")[0] == 0
-    assert start(elsewhere, "--once").wait(30) == 0
+    status, (remembering, problem, online) = said(start(elsewhere, "--once"))
+    assert (status, remembering, online) == (0, "remembering B", "in B with the address 10.20.2.15")
+    assert problem.startswith("/tmp/elsewhere/networks.json: ")
     remembered = (state / "networks.json").read_text()
     assert [entry["ssid"] for entry in json.loads(remembered)["networks"]] == list("BCA")
     assert (elsewhere / "networks.json").read_text() == NOTHING
@@ -80,10 +89,11 @@ def test_keep(bed, radio):
           ("online", "A"), within=90)
     assert 60 <= time.monotonic() - joined <= 85
     assert radio.stored() == ["A", "(B)"]
-    assert stranger.wait(30) == 6
+    assert said(stranger) == (6, ["in no network; looking for one that is remembered",
+                                  "no remembered network in sight"])
 
     assert bxwifictl("disconnect")[0] == 0
-    assert start(state, "--once").wait(40) == 0
+    assert said(start(state, "--once")) == (0, ["disconnected on purpose; waiting for a join"])
     comes(("left", None))
     connect("C")
     comes(("hands-off", None), ("remembered", "C"), ("online", "C"))

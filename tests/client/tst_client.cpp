@@ -49,13 +49,12 @@ class ClientTest : public QObject
     Q_OBJECT
 
 private slots:
+    void init() { around("home()"); }
     void textsOfQrCodes();
     void impossibleSettings();
-    void findsALateBus();
-    void init() { around("home()"); }
     void goesBackWithWhatItJoined();
     void givesUpAndGivesWay();
-    void tellsOfALostConnection();
+    void forgetsALostConnection();
     void asksNothingDuringARequest();
     void handlersDoAnything();
     void findsANewBus();
@@ -108,28 +107,18 @@ void ClientTest::impossibleSettings()
     }
 }
 
-void ClientTest::findsALateBus()
-{
-    WifiClient client;
-    QCOMPARE(outcome(client.status()), "cannot reach the system bus");
-    around("open_road()");
-    QCOMPARE(outcome(client.status()), "");
-    QCOMPARE(client.state(), WifiClient::Connected);
-}
-
 /// What takes its secret each time, and what was stored under the same name.
 void ClientTest::goesBackWithWhatItJoined()
 {
     WifiClient client;
     for (const JoinSettings &home : {JoinSettings{"Third", Security::Wpa3, secret, "", false},
-                                     JoinSettings{"ssid=a=b", Security::Open, "", "", false},
                                      JoinSettings{"Home", Security::Wpa, secret, "", false}}) {
         QCOMPARE(outcome(client.connectTo(home)), "");
         QCOMPARE(client.ssid(), home.ssid);
         QCOMPARE(outcome(client.connectTo(other)), refused + "back in " + home.ssid);
     }
     QCOMPARE(outcome(client.connectTo("Home", wrong)), refused + "back in Home");
-    around("assert radio.stored() == ['(Third)', '(ssid=a=b)', 'Home']");
+    around("assert radio.stored() == ['(Third)', 'Home']");
 }
 
 void ClientTest::givesUpAndGivesWay()
@@ -146,32 +135,21 @@ void ClientTest::givesUpAndGivesWay()
     QCOMPARE(outcome(reply), "another network was asked for meanwhile");
     EVENTUALLY(second->stage() == WifiReply::Associating);
     around("assert radio.stored() == ['(Home)', 'Nowhere']");
-    second->abort();
-    QCOMPARE(outcome(second), "given up; back in Home");
-    around("assert radio.stored() == ['Home']");
-
     // Twice: at once.
-    reply = client.connectTo(other);
-    EVENTUALLY(reply->stage() == WifiReply::Associating);
     around("radio.table = []");
-    reply->abort();
-    EVENTUALLY(reply->stage() == WifiReply::Returning);
-    reply->abort();
-    QCOMPARE(outcome(reply), "given up; the device is in no network now");
+    second->abort();
+    EVENTUALLY(second->stage() == WifiReply::Returning);
+    around("assert comes_true(lambda: radio.stored() == ['Home'])");
+    second->abort();
+    QCOMPARE(outcome(second), "given up; the device is in no network now");
+    QCOMPARE(client.state(), WifiClient::Disconnected);
 }
 
-void ClientTest::tellsOfALostConnection()
+void ClientTest::forgetsALostConnection()
 {
     WifiClient client;
-    EVENTUALLY(client.ssid() == "Home" && client.address() == "10.20.2.15");
-    client.setPollInterval(100ms);
-    around("radio.disconnect()");
-    EVENTUALLY(client.state() == WifiClient::Disconnected);
-    QCOMPARE(client.ssid(), QString());
-    around("radio.look()");
-    EVENTUALLY(client.ssid() == "Home");
-
     QCOMPARE(outcome(client.forget("Home")), "");
+    client.setPollInterval(100ms);
     around("radio.disconnect()");
     EVENTUALLY(client.state() == WifiClient::Disconnected);
     client.setPollInterval(0ms);
@@ -235,6 +213,7 @@ void ClientTest::findsANewBus()
     EVENTUALLY(client.ssid() == "Home");
     around("lose_bus()");
     EVENTUALLY(client.state() == WifiClient::Unavailable);
+    QCOMPARE(outcome(client.status()), "cannot reach the system bus");
     around("open_road()");
     EVENTUALLY(outcome(client.status()).isEmpty());
     EVENTUALLY(client.ssid() == "Home");

@@ -57,7 +57,7 @@ P59 = "p" * 59
      "NULL", "c0de"),
     (network("[wpa2-psk-ccmp]", "home"), added("home") + ["wpa_passphrase|home|"], "7\n", "NULL",
      "c0de"),
-    (network("[WEP][ESS]", 'a"%2\\', "abcde"), added('a"%2\\'), "7\n", "NONE", "NULL"),
+    (network("[WEP][ESS]", 'ä"%2\\', "abcde"), added('ä"%2\\'), "7\n", "NONE", "NULL"),
     (network("WPA", "Cafe %1", "p" + P59), ["wpa_passphrase|Cafe %1|p" + P59], "2", "NULL", "c0de"),
     (network("WPA", "Home", "short"), ["wpa_passphrase|Home|short"], "0", "NULL", ""),
     (network("[WPA2-EAP-CCMP]", "Home", "%1" + P59), [], "0", "NULL", "%1" + P59),

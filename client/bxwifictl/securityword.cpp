@@ -13,11 +13,11 @@ struct Word {
     Security security;
     QLatin1String text;
 };
-constexpr Word words[] = {{Security::Open, QLatin1String("open")},
-                          {Security::Wep, QLatin1String("wep")},
-                          {Security::Wpa, QLatin1String("wpa")},
-                          {Security::Wpa3, QLatin1String("wpa3")},
-                          {Security::Enterprise, QLatin1String("peap")}};
+const Word words[] = {{Security::Open, QLatin1String("open")},
+                      {Security::Wep, QLatin1String("wep")},
+                      {Security::Wpa, QLatin1String("wpa")},
+                      {Security::Wpa3, QLatin1String("wpa3")},
+                      {Security::Enterprise, QLatin1String("peap")}};
 
 template<typename Condition>
 const Word *find(Condition condition)

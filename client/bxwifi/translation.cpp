@@ -20,9 +20,15 @@ bool installTranslation(const QLocale &locale)
                                                           QStandardPaths::LocateDirectory);
     auto *translator = new QTranslator(qApp);
     translator->setObjectName(objectName);
-    for (const QString &folder : folders) {
-        if (translator->load(locale, QStringLiteral("bxwifi"), QStringLiteral("_"), folder))
-            return QCoreApplication::installTranslator(translator);
+    const QStringList languages = locale.uiLanguages();
+    for (QString language : languages) { // the user's, by preference
+        const QString file = QStringLiteral("bxwifi_") + language.replace(u'-', u'_');
+        for (const QString &folder : folders) {
+            if (translator->load(file, folder))
+                return QCoreApplication::installTranslator(translator);
+        }
+        if (QLocale(language).language() == QLocale::English) // which the texts are in
+            break;
     }
     delete translator;
     return false;

@@ -147,6 +147,8 @@ def test_language(radio, monkeypatch):
         5, "", "Suche ...\nAnfrage beim Dienst ...\nVerbindungsaufbau ...\n"
         "bxwifictl: Grüße: falsches WLAN-Passwort oder falscher Schlüssel\n")
     assert '"security":"open"' in bxwifictl("scan", "--json")[1]
+    monkeypatch.setenv("LANGUAGE", "fr:en_GB:de")
+    assert bxwifictl("nonsense")[2].startswith("bxwifictl: no verb")
 
 
 # By what the supplicant says of an access point: what is told of it.

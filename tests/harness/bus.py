@@ -64,10 +64,10 @@ class Journal:
     and lines is not known, and the lines stand last. Bytes that are not UTF-8 are kept."""
 
     def __init__(self, log_file, settle):
-        self.log = open(log_file, errors="surrogateescape")
+        self.log = open(log_file, "rb")
         self.settle = settle
         self.lock = threading.RLock()
-        self.rest = self.answered = ""
+        self.rest, self.answered = b"", ""
         self.happened, self.signals, self.lines = [], [], []
 
     def append(self, entry):
@@ -98,10 +98,10 @@ class Journal:
             return found
 
     def _read_log(self):
-        *lines, self.rest = (self.rest + self.log.read()).split("\n")
+        *lines, self.rest = (self.rest + self.log.read()).split(b"\n")
         for line in lines:
             # Of the two kinds of line, one carries no source.
-            line = line.replace("unknown|unknown|", "")
+            line = line.decode(errors="surrogateescape").replace("unknown|unknown|", "")
             if line == self.answered:
                 self.answered = ""
             else:
@@ -148,4 +148,6 @@ class Bus:
         """What the daemon has sent so far is in the journal. Its bus thread answers this also while
         the other one waits; one that is not on the bus sends nothing."""
         with suppress(Exception):
+            self.request(PING)
+            # If that thread was late, it met the ping before the signals that were waiting for it.
             self.request(PING)

@@ -6,7 +6,6 @@ import os
 import re
 import subprocess
 
-from harness.bed import comes_true  # noqa: F401, for what that says
 from harness.bus import Bus
 
 from radio import access_points, key_of

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The bxwifid developers
 // SPDX-License-Identifier: BSD-3-Clause
 
-// The panel on a screen that is not there, for test_panel.py: does what each line of standard input
-// asks for, and answers with a line of JSON.
+// The panel on a screen that is not there, for test_examples.py: does what each line of standard
+// input asks for, and answers with a line of JSON.
 
 #include <QAccessible>
 #include <QGuiApplication>

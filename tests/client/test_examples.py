@@ -1,15 +1,22 @@
 # SPDX-FileCopyrightText: 2026 The bxwifid developers
 # SPDX-License-Identifier: BSD-3-Clause
-"""The QML module and the example on the console."""
+"""The panel under a user's fingers, as paneldriver.cpp moves them, the module that it is made with,
+and the examples without a window."""
 
 import json
 import os
+import re
 import subprocess
+import time
+from pathlib import Path
 
 import pytest
+from harness.bed import comes_true
 
+from command import bxwifictl
 from radio import SECRET, access_points
 
+PANEL = Path(os.environ["PANEL"])
 # At last two access points of one name, and names that are markup, and colour a terminal.
 TABLE = access_points("2412 -48 [WPA2-PSK-CCMP][ESS] Lab WPA2", "2437 -60 [ESS] Lab Open",
                       "2437 -66 [WPA2-EAP-CCMP][ESS] Lab Enterprise",
@@ -18,6 +25,8 @@ TABLE = access_points("2412 -48 [WPA2-PSK-CCMP][ESS] Lab WPA2", "2437 -60 [ESS] 
                       "2412 -82 [WPA2-PSK-CCMP][ESS] Twin",
                       "2412 -83 [WPA2-PSK-CCMP][ESS] <img src=http://192.0.2.1/x>",
                       r"5180 -90 [ESS] \e[31mred")
+MARKUP = "<img src=http://192.0.2.1/x>"
+CONNECTED = {"address": "10.20.2.15", "secret": None}
 MODULE = """
 import QtQuick 2.15
 import BxWifi 1.0
@@ -31,6 +40,234 @@ Item {
             () => follow(wifi.status(), () => follow(wifi.wiredSettings(), Qt.quit))))
 }
 """
+
+
+class Panel:
+    def __init__(self, **environment):
+        self.process = subprocess.Popen([PANEL], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                        env=os.environ | environment, text=True)
+
+    def ask(self, command, what=""):
+        print(command, what, sep="\t", file=self.process.stdin, flush=True)
+        return json.loads(self.process.stdout.readline())
+
+    def item(self, name):
+        """What is to be seen of it; nothing is hidden."""
+        return next((item for item in self.ask("look") if item["name"] == name), {})
+
+    def shows(self, focus=None, **texts):
+        """These come to be seen, or not, if None."""
+        def look():
+            items = {item["name"]: item for item in self.ask("look")}
+            return focus and items.get(focus, {}).get("hasFocus"), {
+                name: items.get(name, {}).get("text") for name in texts}
+        expected = (focus and True, texts)
+        assert comes_true(lambda: look() == expected, 40), look()
+
+    def press(self, name):
+        assert comes_true(lambda: self.item(name).get("isEnabled"), 40), name
+        self.ask("focus", name)
+        self.ask("key", "Space")
+
+    def type(self, field, text, end="Return"):
+        self.shows(focus=field)
+        self.ask("key", "Ctrl+A")
+        self.ask("type", text)
+        self.ask("key", end)
+
+    def join_nowhere(self):
+        self.press("hidden")
+        self.type("name", "Nowhere", "Tab")
+        self.type("kinds", "", "Tab")
+        self.type("secret", SECRET)
+        self.shows(progress="Joining the network …")
+
+
+@pytest.fixture
+def panel(radio):
+    panel = Panel()
+    yield panel
+    panel.process.stdin.close()
+    assert panel.process.wait(20) == 0
+
+
+def test_join_and_wired(bed, panel):
+    panel.press("Lab WPA2")
+    panel.type("secret", "wrong horse")
+    panel.shows(problem="wrong passphrase or key", state="Not connected")
+    panel.type("secret", SECRET)
+    panel.shows(state="Lab WPA2", **CONNECTED)
+
+    # The daemon dies as it stores what the switch says.
+    bed.tools.script("fw_setenv", '[ "$1" != dynamicip ] || kill -KILL $PPID')
+    panel.press("wiredTab")
+    panel.shows(address="stored ipaddr", gateway="stored gatewayip", netmask="stored netmask")
+    panel.press("dhcp")
+    panel.shows(message="the daemon bxwifid went away")
+    assert panel.item("dhcp")["isChecked"]
+    panel.press("wirelessTab")
+    panel.shows(state="The network service is not running")
+    bed.daemon.process = None
+    bed.daemon.start()
+
+    panel.shows(state="Lab WPA2")
+    panel.press("Lab WPA2")
+    panel.press("disconnect")
+    panel.shows(state="Not connected")
+    panel.press("Lab WPA2")  # which joins it at once
+    panel.shows(state="Lab WPA2", **CONNECTED)
+    panel.press("Lab WPA2")
+    panel.press("forget")
+    panel.shows(state="Not connected")
+    panel.press("Lab WPA2")
+    panel.shows(focus="secret")
+
+
+def test_known_networks(radio, panel):
+    """How they are listed, and what is asked before one is joined again."""
+    def lists(*expected):
+        def listed():
+            return [line[9:] for line in panel.ask("hear") if line.startswith("ListItem")]
+        assert comes_true(lambda: set(expected) <= set(listed()), 40), listed()
+
+    panel.shows(Twin="")
+    for name, *login in ["Grüße"], ["Lab Enterprise", "--identity", "ada"], ["Lab WPA2"]:
+        assert bxwifictl("connect", name, "--password-file", "-", *login, given=SECRET)[0] == 0
+        panel.shows(state=name)
+    assert bxwifictl("connect", "Lab Open")[0] == 0
+    lists("Lab WPA2 WPA2, known, signal 4 of 4", "Lab Open Connected, signal 3 of 4",
+          "Lab Enterprise WPA2 Enterprise, known, signal 2 of 4")
+    for name, question in ("Grüße", "secret"), ("Lab Enterprise", "identity"):
+        panel.press(name)
+        panel.shows(focus=question, progress=None)
+        panel.press("cancel")
+    panel.press("Twin")
+    panel.type("kinds", "", "Tab")
+    panel.type("secret", SECRET)
+    panel.shows(state="Twin", secret=None)
+    panel.press("Lab Open")
+    panel.shows(focus="join", progress=None)
+    panel.press("cancel")
+    radio.table = [TABLE[1], TABLE[0].replace("-48", "-72"), TABLE[5]]
+    panel.press("scan")
+    lists("Lab Open open, known, signal 3 of 4", "Lab WPA2 WPA2, known, signal 2 of 4",
+          "Twin Connected, signal 1 of 4")
+    assert comes_true(lambda: panel.item("Lab Open")["top"] < panel.item("Lab WPA2")["top"])
+    radio.disconnect()  # which shows, though nobody asked
+    panel.shows(state="Not connected")
+    radio.table = []
+    panel.press("scan")
+    panel.shows(Twin=None)
+
+
+def test_under_way(radio, panel):
+    """What the sheet shows of a join until it ends, in this way or that."""
+    panel.join_nowhere()
+    assert not panel.item("secret")["isEnabled"]
+    panel.ask("key", "Esc")
+    panel.shows(secret=None, state="Not connected")  # there is nothing to go back to
+
+    panel.press(MARKUP)
+    panel.type("secret", SECRET)
+    panel.shows(state=MARKUP, secret=None)
+    radio.table = TABLE[:7]
+    panel.press("Grüße")
+    panel.type("secret", "wrong horse")
+    panel.shows(progress="Going back to the former network …")
+    radio.table = TABLE
+    radio.look()
+    panel.shows(problem=f"refused; most likely a wrong passphrase; back in {MARKUP}", ssid="Grüße")
+    # Wherever a name is shown, it is not read as markup.
+    shown = [item["isPlain"] for item in panel.ask("look") if MARKUP in item["text"]]
+    assert len(shown) == 3 and all(shown)
+    panel.press("cancel")
+
+    # The end of a join does nothing to a sheet that was opened since.
+    panel.join_nowhere()
+    panel.ask("scan code", f"WIFI:T:WPA;S:Lab WPA2;P:{SECRET};;")
+    panel.shows(state=MARKUP, problem=None, ssid="Lab WPA2", focus="secret")
+
+
+def test_scanned_code(panel):
+    """The sheet shows what a code says before it does that, and does nothing with a broken one."""
+    panel.ask("scan code", "WIFI:T:WPA;S:Lab\\")
+    panel.shows(problem="the code is cut off", focus="cancel", secret=None)
+    assert not panel.item("join")["isEnabled"]
+    panel.ask("scan code", f"WIFI:T:WPA;S:Lab WPA2;P:{SECRET};;")
+    panel.shows(ssid="Lab WPA2", secret=SECRET)
+    panel.press("join")
+    panel.shows(state="Lab WPA2", secret=None)
+    panel.ask("scan code", f"WIFI:T:WPA;S:Twin;P:{SECRET};;")
+    panel.press("join")
+    panel.shows(problem="several kinds of protection under this name; say which", focus="kinds")
+    panel.press("join")
+    panel.shows(state="Twin")
+
+
+def test_screen_reader_and_tabulator(panel):
+    def hears(*expected):
+        heard = panel.ask("hear")
+        assert heard[-len(expected):] == list(expected), heard
+
+    panel.shows(Twin="")
+    hears("PageTab Wi-Fi", "PageTab Wired", "StaticText Not connected", "Button Scan",
+          "List Networks", "ListItem Lab WPA2 WPA2, signal 4 of 4",
+          "ListItem Lab Open open, signal 3 of 4",
+          "ListItem Lab Enterprise WPA2 Enterprise, signal 2 of 4",
+          "ListItem Grüße WPA3, signal 2 of 4", "ListItem Lab WEP WEP, signal 1 of 4",
+          "ListItem Twin several kinds of protection, signal 1 of 4",
+          f"ListItem {MARKUP} WPA2, signal 1 of 4", "ListItem \033[31mred open, signal 0 of 4",
+          "Button Hidden network …")
+    panel.press("Lab Enterprise")
+    panel.type("identity", "ada", "Tab")
+    hears("Button Hidden network …", "StaticText Join a network", "StaticText Lab Enterprise",
+          "EditableText User name", "EditableText  Password", "CheckBox Show", "Button Cancel",
+          "Button Join")
+    tour = [item["name"] for _ in range(5) for item in panel.ask("key", "Tab")
+            if item["hasFocus"] and item["name"]]
+    assert tour == ["reveal", "cancel", "join", "identity", "secret"]
+    panel.press("cancel")
+    panel.press("wiredTab")
+    panel.shows(address="stored ipaddr")
+    hears("PageTab Wi-Fi", "PageTab Wired", "EditableText Address", "EditableText Gateway",
+          "EditableText Network mask", "Button Store", "CheckBox Address by DHCP", "StaticText")
+
+
+@pytest.mark.parametrize("language, share",
+                         [("C", "share"), ("de_DE", "share"), ("en_US", "pseudo")])
+def test_languages(radio, language, share):
+    """All texts are translated and have their room, in whatever language; leaves pictures."""
+    radio.table = TABLE[:7]
+    panel = Panel(LC_ALL=language, XDG_DATA_DIRS=str(PANEL.parents[1] / share))
+    numbers = iter(range(99))
+
+    def look():
+        time.sleep(0.3)  # what moves has arrived
+        assert comes_true(lambda: all(item["fits"] for item in panel.ask("look")))
+        items = panel.ask("picture", f"panel-{language}-{next(numbers)}.png")
+        texts = panel.ask("hear") + [item["text"] for item in items if item["isText"]]
+        assert language != "en_US" or [text for text in texts if not re.fullmatch(
+            r"(\w+ )?(.*\[.*|10.*|WPA.*|WEP|Lab.*|Grüße|Twin|)", text)] == []
+
+    panel.press("Lab WPA2")
+    panel.type("secret", SECRET)
+    panel.shows(state="Lab WPA2", **CONNECTED)
+    for button in "wirelessTab", "Lab WPA2", "Lab Enterprise", "Lab Open", "Twin", "hidden":
+        panel.press(button)
+        look()
+        panel.ask("key", "Esc")
+    panel.press("Grüße")
+    panel.type("secret", "wrong horse")
+    assert comes_true(lambda: panel.item("problem").get("text"), 40)
+    look()
+    panel.press("cancel")
+    panel.press("wiredTab")
+    panel.shows(address="stored ipaddr")
+    panel.press("store")
+    assert comes_true(lambda: panel.item("message")["text"])
+    look()
+    panel.process.stdin.close()
+    assert panel.process.wait(20) == 0
 
 
 @pytest.mark.skipif("SANITIZED" in os.environ, reason="qml is built without sanitizers")

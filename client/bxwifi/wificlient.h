@@ -135,7 +135,7 @@ public:
     /// Whether the wired interface asks for a dynamic address at the next boot.
     Q_INVOKABLE BxWifi::WifiReply *setWiredDhcp(bool dhcp);
 
-signals:
+Q_SIGNALS:
     void stateChanged();        ///< state() is another
     void ssidChanged();         ///< ssid() is another
     void addressChanged();      ///< address() is another

@@ -73,12 +73,12 @@ public:
     /// What a successful request brings, as the method that started it says; see WifiReplyWith.
     QVariant result() const;
 
-public slots:
+public Q_SLOTS:
     /// Gives the request up: it finishes with Aborted. A join goes back to the network that was
     /// joined before, and finishes when it is there, after 30 s, or with a second abort().
     void abort();
 
-signals:
+Q_SIGNALS:
     /// It has come further.
     void stageChanged(BxWifi::WifiReply::Stage stage);
     /// Comes once, with or without an error; the reply is deleted after it.

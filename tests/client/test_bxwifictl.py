@@ -242,14 +242,15 @@ def test_missing_bus_daemon_and_supplicant(bed, radio):
     assert comes_true(lambda: bxwifictl("status")[0] == 0, 30)
 
     bed.journal.take()
-    with radio.silence, subprocess.Popen([BXWIFICTL, "status"], stderr=subprocess.PIPE,
-                                         text=True) as run:
-        assert comes_true(lambda: "STATUS" in bed.journal.entries())
+    radio.answer("LIST_NETWORKS")  # no answer; nobody but this asks for it
+    with subprocess.Popen([BXWIFICTL, "forget", "X"], stderr=subprocess.PIPE, text=True) as run:
+        assert comes_true(lambda: "LIST_NETWORKS" in bed.journal.entries(), 30)
         bed.daemon.process.kill()
         bed.daemon.process.wait()
         bed.daemon.process = None
-        assert run.stderr.read() == "bxwifictl: the daemon bxwifid went away\n"
+        assert run.stderr.read() == "bxwifictl: X: the daemon bxwifid went away\n"
     assert run.returncode == 3
+    radio.answers.clear()
     for verb in "scan", "monitor", "keep --once":
         assert bxwifictl(*verb.split()) == (
             3, "", "bxwifictl: the daemon bxwifid is not running\n")

@@ -75,8 +75,9 @@ TRY = "Try 'bxwifid --help'.\n"
 @pytest.mark.parametrize("argument, status, text", [
     ("--bogus", 2, ".*'--bogus'\n" + TRY), ("--wired-dhcp=1", 2, ".*'--wired-dhcp' .*\n" + TRY),
     ("start", 2, "bxwifid: unexpected argument 'start'\n" + TRY),
-    ("--help", 0, r"Usage: bxwifid .* --reset-supplicant-config .*/prefs/etc/wpa_supplicant.conf"
-                  r"\n.* --wired-dhcp .* -h, --help .* -V, --version .* exit\n"),
+    ("--help", 0, r"Usage: bxwifid \[OPTION\]\.\.\.\n.* --reset-supplicant-config .*"
+                  r"/prefs/etc/wpa_supplicant.conf\n.* --wired-dhcp .* -h, --help .* exit\n"
+                  r" .* -V, --version .* exit\n"),
     ("-V", 0, r"bxwifid \d+\.\d+\.\d+\n")])
 def test_usage(argument, status, text):
     run = subprocess.run([os.environ["BXWIFID"], argument], capture_output=True, text=True)

@@ -18,7 +18,7 @@ SERVICE = "com.brelvix.bxwifid"  # its object's interface, too
 DAEMON = DBusAddress("/", SERVICE, SERVICE)
 PING = new_method_call(DAEMON.with_interface("org.freedesktop.DBus.Peer"), "Ping")
 SIGNATURES = {bytes: "ay", str: "s", bool: "b"}
-REPLY_WAIT = 60  # seconds; longer than any operation of the daemon
+REPLY_WAIT = 150  # seconds; longer than any operation of the daemon, and than a flood of calls
 
 
 def daemon_call(method, *arguments):

@@ -19,9 +19,9 @@ TABLE = access_points("2412 -40 [WPA2-PSK-CCMP][ESS] A", "2412 -50 [WPA2-PSK-CCM
 NOTHING = '{"networks":[]}'
 
 
-def start(folder, option):
+def start(folder, *options):
     """A keeper with its state in this folder."""
-    return subprocess.Popen([BXWIFICTL, "keep", option], text=True, stdout=subprocess.PIPE,
+    return subprocess.Popen([BXWIFICTL, "keep", *options], text=True, stdout=subprocess.PIPE,
                             stderr=subprocess.PIPE,
                             env=os.environ | {"STATE_DIRECTORY": str(folder)})
 
@@ -42,9 +42,8 @@ def test_keep(bed, radio):
     events = []
 
     def follow(keeper):
-        for line in keeper.stdout:
-            event = json.loads(line)
-            events.append((event["event"], event.get("ssid")))
+        for line in keeper.stderr:
+            events.append(line.removeprefix("bxwifictl: ").rstrip())
 
     def comes(*expected, within=10):
         """Exactly these come next, in time; which of two is first may be chance."""
@@ -56,17 +55,20 @@ def test_keep(bed, radio):
         status, _, error = bxwifictl("connect", name, "--password-file", "-", given=SECRET)
         assert status == 0, error
 
-    keeper = start(state, "--json")
+    hands_off = "another client joins; hands off for a minute"
+    address = "with the address 10.20.2.15"
+    keeper = start(state)
     threading.Thread(target=follow, args=[keeper], daemon=True).start()
-    comes(("state-problem", None))
+    comes("/tmp/state/networks.json: no list of networks; set aside as "
+          "/tmp/state/networks.json.damaged")
     assert (state / "networks.json.damaged").read_text() == "["
     for name in "ACB":
         connect(name)
-        comes(("hands-off", None), ("remembered", name), ("online", name))
+        comes(hands_off, f"remembering {name}", f"in {name} {address}")
     joined = time.monotonic()
     assert bxwifictl("forget", "C")[0] == 0
     status, (remembering, problem, online) = said(start(elsewhere, "--once"))
-    assert (status, remembering, online) == (0, "remembering B", "in B with the address 10.20.2.15")
+    assert (status, remembering, online) == (0, "remembering B", f"in B {address}")
     assert problem.startswith("/tmp/elsewhere/networks.json: ")
     remembered = (state / "networks.json").read_text()
     assert [entry["ssid"] for entry in json.loads(remembered)["networks"]] == list("BCA")
@@ -76,26 +78,27 @@ def test_keep(bed, radio):
     # The supplicant is restarted: it has an end without a farewell, and comes back with what
     # it has stored.
     radio.kill()
-    comes(("relinking", None), within=20)
+    comes("the daemon has no supplicant; relinking", within=20)
     radio.start()
-    comes(("relinked", None), ("online", "B"), within=20)
+    comes("the daemon has its supplicant", f"in B {address}", within=20)
 
     # The access point is gone, and a stranger shows its name. For a minute after the join the
     # keeper waits for the client. What was joined before is not stored any more.
     radio.table[1] = TABLE[1].replace("-50\t[WPA2-PSK-CCMP]", "-40\t")
     radio.look()
     stranger = start(elsewhere, "--once")
-    comes(("offline", None), ("joining", "C"), ("forgotten", "C"), ("joining", "A"),
-          ("online", "A"), within=90)
+    searching = "in no network; looking for one that is remembered"
+    comes(searching, "joining C", "C is not stored any more; forgotten", "joining A",
+          f"in A {address}", within=90)
     assert 60 <= time.monotonic() - joined
     assert radio.stored() == ["A", "(B)"]
-    assert said(stranger) == (6, ["in no network; looking for one that is remembered",
-                                  "no remembered network in sight"])
+    assert said(stranger) == (6, [searching, "no remembered network in sight"])
 
     assert bxwifictl("disconnect")[0] == 0
-    assert said(start(state, "--once")) == (0, ["disconnected on purpose; waiting for a join"])
-    comes(("left", None))
+    left = start(state, "--once", "--json")
+    assert json.loads(left.stdout.readline())["event"] == "left" and said(left) == (0, [])
+    comes("disconnected on purpose; waiting for a join")
     connect("C")
-    comes(("hands-off", None), ("remembered", "C"), ("online", "C"))
+    comes(hands_off, "remembering C", f"in C {address}")
     keeper.terminate()
     assert keeper.wait(10) == -15

@@ -136,7 +136,7 @@ def test_help(radio):
         status, output, error = bxwifictl(*arguments)
         assert (status, error) == (0, "") and output.startswith(beginning)
     for output in "/dev/full", "&-":  # nowhere to write to
-        assert subprocess.run(f"{BXWIFICTL} status >{output}", shell=True).returncode == 1
+        assert subprocess.run(f"'{BXWIFICTL}' status >{output}", shell=True).returncode == 1
 
 
 def test_language(radio, monkeypatch):

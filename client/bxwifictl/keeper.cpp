@@ -29,8 +29,9 @@ constexpr auto lookInterval = 30s;
 constexpr auto freshTime = 10s;
 constexpr auto shortestPause = 30s;
 constexpr auto longestPause = 600s;
-// A removal that is part of a join is followed by that.
-constexpr auto removalTime = 2s;
+// A removal that is part of a join is followed by that. After any other the supplicant, which reads
+// its file anew, has found back by then.
+constexpr auto removalTime = 10s;
 
 } // namespace
 

@@ -111,7 +111,9 @@ class Radio(FakeSupplicant):
         self.look()
 
     def remove_network(self, number):
-        del self.networks[number]
+        network = self.networks.pop(number)
+        if f"ssid={printed(network['ssid'])}\n" in self.connection:
+            self.disconnect()
 
     def save_config(self):
         self.saved = [deepcopy(network) for network in self.networks.values()

@@ -7,6 +7,7 @@ import os
 import subprocess
 import threading
 import time
+from copy import deepcopy
 from pathlib import Path
 
 from harness.bed import comes_true
@@ -15,90 +16,172 @@ from command import BXWIFICTL, bxwifictl
 from radio import SECRET, access_points, key_of
 
 TABLE = access_points("2412 -40 [WPA2-PSK-CCMP][ESS] A", "2412 -50 [WPA2-PSK-CCMP][ESS] B",
-                      "2412 -60 [WPA2-PSK-CCMP][ESS] C")
+                      "2412 -60 [WPA2-PSK-CCMP][ESS] C", "2412 -70 [ESS] Open")
 NOTHING = '{"networks":[]}'
+# Its minutes are long: all that runs beside this process lives ten times as fast.
+SPEED = 10
+os.environ |= {"LD_PRELOAD": "/usr/$LIB/faketime/libfaketimeMT.so.1", "FAKETIME": f"+0 x{SPEED}",
+               "ASAN_OPTIONS": "verify_asan_link_order=0"}
+DAMAGED = ("/tmp/state/networks.json: no list of networks; set aside as "
+           "/tmp/state/networks.json.damaged")
+NO_DAEMON = "waiting for the daemon bxwifid"
+NO_SUPPLICANT = "the daemon has no supplicant; relinking"
+RELINKED = "the daemon has its supplicant"
+HANDS_OFF = "another client joins; hands off for a minute"
+SEARCHING = "in no network; looking for one that is remembered"
+NOTHING_IN_SIGHT = "no remembered network in sight"
+LEFT = "disconnected on purpose; waiting for a join"
 
 
-def start(folder, *options):
-    """A keeper with its state in this folder."""
-    return subprocess.Popen([BXWIFICTL, "keep", *options], text=True, stdout=subprocess.PIPE,
-                            stderr=subprocess.PIPE,
-                            env=os.environ | {"STATE_DIRECTORY": str(folder)})
+def online(name):
+    return f"in {name} with the address 10.20.2.15"
 
 
-def said(keeper):
-    """What one has said when it has ended, and with what status."""
-    _, error = keeper.communicate(timeout=60)
-    return keeper.returncode, error.replace("bxwifictl: ", "").splitlines()
+def forgotten(name):
+    return f"{name} is not stored any more; forgotten"
+
+
+def wrong_key(name, pause):
+    return f"{name}: wrong passphrase or key; the next try in {pause} s"
+
+
+class Keeper:
+    """One with its state in this folder."""
+
+    def __init__(self, folder, *options):
+        self.process = subprocess.Popen([BXWIFICTL, "keep", *options], text=True,
+                                        stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                        env=os.environ | {"STATE_DIRECTORY": str(folder)})
+        self.lines = []
+        self.reader = threading.Thread(target=self._follow, daemon=True)
+        self.reader.start()
+
+    def _follow(self):
+        for line in self.process.stderr:
+            self.lines.append(line.removeprefix("bxwifictl: ").rstrip())
+
+    def says(self, *expected, after=0, within=20):
+        """Exactly these come next and, in its seconds, not before that time."""
+        begun = time.monotonic()
+        assert comes_true(lambda: len(self.lines) >= len(expected), within), self.lines
+        assert self.lines == list(expected)
+        assert (time.monotonic() - begun) * SPEED >= after
+        self.lines.clear()
+
+    def rests(self):
+        """Has nothing to say for ten of its seconds."""
+        assert not comes_true(lambda: self.lines, 10 / SPEED), self.lines
+
+    def ends(self):
+        """Its status and all that it has said."""
+        status = self.process.wait(20)
+        self.reader.join()
+        return status, self.lines
+
+
+def connect(name):
+    secret = [] if name == "Open" else ["--password-file", "-"]
+    status, _, error = bxwifictl("connect", name, *secret, given=SECRET)
+    assert status == 0, error
 
 
 def test_keep(bed, radio):
+    def on_air(*names):
+        """These access points are, and the supplicant sees what it can join of them."""
+        radio.table = [row for row in TABLE if row.split("\t")[-1] in names]
+        radio.look()
+
     state, elsewhere = Path("/tmp/state"), Path("/tmp/elsewhere")
     state.mkdir(), elsewhere.mkdir()
     (state / "networks.json").write_text("[")
     # A disk with no room for a further file.
     subprocess.run(["mount", "-t", "tmpfs", "-o", "nr_blocks=1", "full", elsewhere], check=True)
     (elsewhere / "networks.json").write_text(NOTHING)
-    events = []
-
-    def follow(keeper):
-        for line in keeper.stderr:
-            events.append(line.removeprefix("bxwifictl: ").rstrip())
-
-    def comes(*expected, within=10):
-        """Exactly these come next, in time; which of two is first may be chance."""
-        comes_true(lambda: len(events) >= len(expected), within)
-        assert len(events) == len(expected) and set(events) == set(expected)
-        events.clear()
-
-    def connect(name):
-        status, _, error = bxwifictl("connect", name, "--password-file", "-", given=SECRET)
-        assert status == 0, error
-
-    hands_off = "another client joins; hands off for a minute"
-    address = "with the address 10.20.2.15"
-    keeper = start(state)
-    threading.Thread(target=follow, args=[keeper], daemon=True).start()
-    comes("/tmp/state/networks.json: no list of networks; set aside as "
-          "/tmp/state/networks.json.damaged")
+    keeper = Keeper(state)
+    keeper.says(DAMAGED)
     assert (state / "networks.json.damaged").read_text() == "["
-    for name in "ACB":
+    for name in "Open", "A", "C", "B":
         connect(name)
-        comes(hands_off, f"remembering {name}", f"in {name} {address}")
+        keeper.says(HANDS_OFF, f"remembering {name}", online(name))
     joined = time.monotonic()
+    # What is removed now may be part of a join, and names no network.
     assert bxwifictl("forget", "C")[0] == 0
-    status, (remembering, problem, online) = said(start(elsewhere, "--once"))
-    assert (status, remembering, online) == (0, "remembering B", f"in B {address}")
+    status, (remembering, problem, said) = Keeper(elsewhere, "--once").ends()
+    assert (status, remembering, said) == (0, "remembering B", online("B"))
     assert problem.startswith("/tmp/elsewhere/networks.json: ")
     remembered = (state / "networks.json").read_text()
-    assert [entry["ssid"] for entry in json.loads(remembered)["networks"]] == list("BCA")
+    assert [entry["ssid"] for entry in json.loads(remembered)["networks"]] == [
+        "B", "C", "A", "Open"]
     assert (elsewhere / "networks.json").read_text() == NOTHING
     assert SECRET not in remembered and key_of("A") not in remembered
 
     # The supplicant is restarted: it has an end without a farewell, and comes back with what
     # it has stored.
     radio.kill()
-    comes("the daemon has no supplicant; relinking", within=20)
+    keeper.says(NO_SUPPLICANT)
     radio.start()
-    comes("the daemon has its supplicant", f"in B {address}", within=20)
+    keeper.says(RELINKED, online("B"))
 
     # The access point is gone, and a stranger shows its name. For a minute after the join the
     # keeper waits for the client. What was joined before is not stored any more.
     radio.table[1] = TABLE[1].replace("-50\t[WPA2-PSK-CCMP]", "-40\t")
     radio.look()
-    stranger = start(elsewhere, "--once")
-    searching = "in no network; looking for one that is remembered"
-    comes(searching, "joining C", "C is not stored any more; forgotten", "joining A",
-          f"in A {address}", within=90)
-    assert 60 <= time.monotonic() - joined
-    assert radio.stored() == ["A", "(B)"]
-    assert said(stranger) == (6, [searching, "no remembered network in sight"])
+    stranger = Keeper(elsewhere, "--once")
+    keeper.says(SEARCHING, "joining C", forgotten("C"), "joining A", online("A"))
+    assert 60 <= (time.monotonic() - joined) * SPEED
+    assert radio.stored() == ["(Open)", "A", "(B)"]
+    assert stranger.ends() == (6, [SEARCHING, NOTHING_IN_SIGHT])
+    keeper.rests()
 
+    # Away for a moment, then with other keys: each is tried once, with longer and longer pauses;
+    # when a further network is seen, all begins anew.
+    on_air("A", "B")
+    keeper.rests()
+    networks = deepcopy(radio.networks)
+    radio.networks[1]["psk"] = radio.networks[2]["psk"] = "another"
+    radio.save_config()
+    radio.look()
+    keeper.says(SEARCHING, "joining A", wrong_key("A", 30), after=20)
+    keeper.says("joining B", wrong_key("B", 60), after=29)
+    keeper.says("joining A", wrong_key("A", 120), after=59)
+    on_air("A", "B", "Open")
+    assert bxwifictl("scan")[0] == 0
+    keeper.says("joining A", wrong_key("A", 30))
+    keeper.says("joining B", wrong_key("B", 60), after=29)
+    keeper.says("joining Open", online("Open"), after=59)
+
+    # Another client comes first, also while the keeper waits for an address.
+    radio.networks = networks
+    networks[1]["disabled"] = True
+    radio.has_addresses = False
+    on_air("A", "B")
+    keeper.says(SEARCHING, "joining A")
+    radio.has_addresses = True
+    connect("B")
+    keeper.says(HANDS_OFF, online("B"))
+
+    # Who disconnects on purpose is left alone, until the supplicant looks for networks again.
     assert bxwifictl("disconnect")[0] == 0
-    left = start(state, "--once", "--json")
-    assert json.loads(left.stdout.readline())["event"] == "left" and said(left) == (0, [])
-    comes("disconnected on purpose; waiting for a join")
-    connect("C")
-    comes(hands_off, "remembering C", f"in C {address}")
-    keeper.terminate()
-    assert keeper.wait(10) == -15
+    left = Keeper(state, "--once", "--json")
+    assert json.loads(left.process.stdout.readline())["event"] == "left"
+    assert left.ends() == (0, [])
+    keeper.says(LEFT)
+    on_air("A")
+    keeper.says(SEARCHING, "joining A", online("A"))
+
+    bed.daemon.stop()
+    keeper.says(NO_DAEMON)
+    assert Keeper(elsewhere, "--once").ends() == (3, ["the daemon bxwifid is not running"])
+    bed.daemon.start()
+    keeper.says(online("A"))
+
+    # A removal names no network: only what can be joined as it is in sight is forgotten for it.
+    assert bxwifictl("forget", "B")[0] == 0
+    keeper.says(forgotten("Open"))
+    on_air("A", "Open")
+    connect("Open")
+    keeper.says(HANDS_OFF, "remembering Open", online("Open"))
+    assert bxwifictl("forget", "Open")[0] == 0
+    keeper.says(forgotten("Open"))
+    keeper.process.terminate()
+    assert keeper.process.wait(10) == -15

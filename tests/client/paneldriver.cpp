@@ -9,15 +9,16 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMetaProperty>
 #include <QPixmap>
 #include <QQmlApplicationEngine>
+#include <QQmlExpression>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QScreen>
 #include <QSocketNotifier>
 #include <QTest>
 
-#include <cmath>
 #include <iostream>
 
 namespace
@@ -33,24 +34,22 @@ QList<QQuickItem *> items(const QQuickItem *in)
     return found;
 }
 
+/// The visible items' type, place and properties.
 QJsonArray look(const QQuickWindow *window)
 {
     QJsonArray found;
     for (QQuickItem *item : items(window->contentItem())) {
-        const bool isText = item->inherits("QQuickText");
-        const bool isCut =
-            isText && (item->property("contentWidth").toReal() > std::ceil(item->width()) ||
-                       item->property("truncated").toBool());
-        const qreal right = item->mapRectToScene(item->boundingRect()).right();
-        found += QJsonObject{{"name", item->objectName()},
-                             {"text", item->property("text").toString()},
-                             {"isText", isText},
-                             {"isPlain", item->property("textFormat") == Qt::PlainText},
-                             {"isEnabled", item->isEnabled()},
-                             {"isChecked", item->property("checked").toBool()},
-                             {"top", item->mapToScene({}).y()},
-                             {"hasFocus", item->hasActiveFocus()},
-                             {"fits", !isCut && right <= window->width()}};
+        const QRectF place = item->mapRectToScene(item->boundingRect());
+        const QMetaObject *type = item->metaObject();
+        QJsonObject properties{{"type", QString(type->className()).section('_', 0, 0)},
+                               {"top", place.top()},
+                               {"right", place.right()}};
+        for (int i = 0; i < type->propertyCount(); ++i) {
+            const QMetaProperty property = type->property(i);
+            if (property.userType() < QMetaType::User || property.isEnumType())
+                properties.insert(property.name(), QJsonValue::fromVariant(property.read(item)));
+        }
+        found += properties;
     }
     return found;
 }
@@ -86,9 +85,8 @@ QJsonArray answer(QQuickWindow *window, const QString &command, const QString &w
     if (command == "type")
         for (const QChar character : what)
             QTest::keyClick(window, character.toLatin1());
-    if (command == "scan code")
-        QMetaObject::invokeMethod(window->findChild<QObject *>("sheet"), "openForUri",
-                                  Q_ARG(QVariant, what));
+    if (command == "run")
+        QQmlExpression(qmlContext(window), window, what).evaluate();
     if (command == "picture")
         window->screen()->grabWindow(window->winId()).save(what);
     return look(window);
@@ -105,7 +103,7 @@ int main(int argc, char **argv)
     QObject::connect(&input, &QSocketNotifier::activated, window, [window] {
         std::string line;
         if (!std::getline(std::cin, line))
-            QCoreApplication::quit();
+            return QCoreApplication::quit();
         const QStringList words = QString::fromStdString(line).split('\t');
         const QJsonDocument found(answer(window, words.value(0), words.value(1)));
         std::cout << found.toJson(QJsonDocument::Compact).constData() << std::endl;

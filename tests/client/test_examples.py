@@ -4,6 +4,7 @@
 and the examples without a window."""
 
 import json
+import math
 import os
 import re
 import subprocess
@@ -27,19 +28,6 @@ TABLE = access_points("2412 -48 [WPA2-PSK-CCMP][ESS] Lab WPA2", "2437 -60 [ESS] 
                       r"5180 -90 [ESS] \e[31mred")
 MARKUP = "<img src=http://192.0.2.1/x>"
 CONNECTED = {"address": "10.20.2.15", "secret": None}
-MODULE = """
-import QtQuick 2.15
-import BxWifi 1.0
-Item {
-    function follow(reply, next) {
-        reply.finished.connect(function() { console.log(JSON.stringify(reply.result)); next() })
-    }
-    WifiClient { id: wifi }
-    Component.onCompleted:
-        follow(wifi.scan(), () => follow(wifi.connectTo("Lab Open", ""),
-            () => follow(wifi.status(), () => follow(wifi.wiredSettings(), Qt.quit))))
-}
-"""
 
 
 class Panel:
@@ -51,21 +39,29 @@ class Panel:
         print(command, what, sep="\t", file=self.process.stdin, flush=True)
         return json.loads(self.process.stdout.readline())
 
+    def show_code(self, code):
+        self.ask("run", f"sheet.openForUri({json.dumps(code)})")
+
     def item(self, name):
         """What is to be seen of it; nothing is hidden."""
-        return next((item for item in self.ask("look") if item["name"] == name), {})
+        return next((item for item in self.ask("look") if item["objectName"] == name), {})
+
+    def all(self, field, kind=None):
+        """This of each item that has it and is of that kind."""
+        return [item[field] for item in self.ask("look")
+                if field in item and kind in (None, item["type"])]
 
     def shows(self, focus=None, **texts):
         """These come to be seen, or not, if None."""
         def look():
-            items = {item["name"]: item for item in self.ask("look")}
-            return focus and items.get(focus, {}).get("hasFocus"), {
+            items = {item["objectName"]: item for item in self.ask("look")}
+            return focus and items.get(focus, {}).get("activeFocus"), {
                 name: items.get(name, {}).get("text") for name in texts}
         expected = (focus and True, texts)
         assert comes_true(lambda: look() == expected, 40), look()
 
     def press(self, name):
-        assert comes_true(lambda: self.item(name).get("isEnabled"), 40), name
+        assert comes_true(lambda: self.item(name).get("enabled"), 40), name
         self.ask("focus", name)
         self.ask("key", "Space")
 
@@ -104,7 +100,7 @@ def test_join_and_wired(bed, panel):
     panel.shows(address="stored ipaddr", gateway="stored gatewayip", netmask="stored netmask")
     panel.press("dhcp")
     panel.shows(message="the daemon bxwifid went away")
-    assert panel.item("dhcp")["isChecked"]
+    assert panel.item("dhcp")["checked"]
     panel.press("wirelessTab")
     panel.shows(state="The network service is not running")
     bed.daemon.process = None
@@ -153,17 +149,25 @@ def test_known_networks(radio, panel):
     lists("Lab Open open, known, signal 3 of 4", "Lab WPA2 WPA2, known, signal 2 of 4",
           "Twin Connected, signal 1 of 4")
     assert comes_true(lambda: panel.item("Lab Open")["top"] < panel.item("Lab WPA2")["top"])
+    assert panel.all("currentIndex", "NetworkList") == [1]  # which goes with the network
+    assert panel.all("highlighted", "NetworkRow") == [False, False, True]
     radio.disconnect()  # which shows, though nobody asked
     panel.shows(state="Not connected")
-    radio.table = []
+    radio.table, radio.react = [], lambda _: None
     panel.press("scan")
-    panel.shows(Twin=None)
+    assert comes_true(lambda: panel.all("running", "BusyIndicator") == [True], 40)
+    assert not panel.item("scan")["enabled"]
+    radio.send_event("<3>CTRL-EVENT-SCAN-RESULTS ")
+    assert comes_true(lambda: "StaticText No networks in sight" in panel.ask("hear"), 40)
+    assert panel.all("running", "BusyIndicator") == [False]
+    del radio.react
 
 
 def test_under_way(radio, panel):
     """What the sheet shows of a join until it ends, in this way or that."""
     panel.join_nowhere()
-    assert not panel.item("secret")["isEnabled"]
+    assert not panel.item("secret")["enabled"]
+    assert panel.all("running", "BusyIndicator") == [False, True]
     panel.ask("key", "Esc")
     panel.shows(secret=None, state="Not connected")  # there is nothing to go back to
 
@@ -173,31 +177,33 @@ def test_under_way(radio, panel):
     radio.table = TABLE[:7]
     panel.press("Grüße")
     panel.type("secret", "wrong horse")
+    panel.ask("run", "width = 240")
     panel.shows(progress="Going back to the former network …")
+    assert panel.item("progress")["lineCount"] == 2
     radio.table = TABLE
     radio.look()
     panel.shows(problem=f"refused; most likely a wrong passphrase; back in {MARKUP}", ssid="Grüße")
     # Wherever a name is shown, it is not read as markup.
-    shown = [item["isPlain"] for item in panel.ask("look") if MARKUP in item["text"]]
-    assert len(shown) == 3 and all(shown)
+    assert 3 * [0] == [item["textFormat"] for item in panel.ask("look")  # plain text
+                       if MARKUP in item.get("text", "")]
     panel.press("cancel")
 
     # The end of a join does nothing to a sheet that was opened since.
     panel.join_nowhere()
-    panel.ask("scan code", f"WIFI:T:WPA;S:Lab WPA2;P:{SECRET};;")
+    panel.show_code(f"WIFI:T:WPA;S:Lab WPA2;P:{SECRET};;")
     panel.shows(state=MARKUP, problem=None, ssid="Lab WPA2", focus="secret")
 
 
 def test_scanned_code(panel):
     """The sheet shows what a code says before it does that, and does nothing with a broken one."""
-    panel.ask("scan code", "WIFI:T:WPA;S:Lab\\")
+    panel.show_code("WIFI:T:WPA;S:Lab\\")
     panel.shows(problem="the code is cut off", focus="cancel", secret=None)
-    assert not panel.item("join")["isEnabled"]
-    panel.ask("scan code", f"WIFI:T:WPA;S:Lab WPA2;P:{SECRET};;")
+    assert not panel.item("join")["enabled"]
+    panel.show_code(f"WIFI:T:WPA;S:Lab WPA2;P:{SECRET};;")
     panel.shows(ssid="Lab WPA2", secret=SECRET)
     panel.press("join")
     panel.shows(state="Lab WPA2", secret=None)
-    panel.ask("scan code", f"WIFI:T:WPA;S:Twin;P:{SECRET};;")
+    panel.show_code(f"WIFI:T:WPA;S:Twin;P:{SECRET};;")
     panel.press("join")
     panel.shows(problem="several kinds of protection under this name; say which", focus="kinds")
     panel.press("join")
@@ -218,17 +224,24 @@ def test_screen_reader_and_tabulator(panel):
           "ListItem Twin several kinds of protection, signal 1 of 4",
           f"ListItem {MARKUP} WPA2, signal 1 of 4", "ListItem \033[31mred open, signal 0 of 4",
           "Button Hidden network …")
+    assert len(panel.all("color", "LockIcon")) == 6
+    assert panel.all("opacity", "QQuickRectangle").count(0.2) == 18
     panel.press("Lab Enterprise")
+    assert panel.all("inputMethodHints") == [68, 70]  # of Qt; and dots for the password
+    assert panel.all("echoMode") == [0, 2]
     panel.type("identity", "ada", "Tab")
     hears("Button Hidden network …", "StaticText Join a network", "StaticText Lab Enterprise",
           "EditableText User name", "EditableText  Password", "CheckBox Show", "Button Cancel",
           "Button Join")
-    tour = [item["name"] for _ in range(5) for item in panel.ask("key", "Tab")
-            if item["hasFocus"] and item["name"]]
+    tour = [item["objectName"] for _ in range(5) for item in panel.ask("key", "Tab")
+            if item["activeFocus"] and item["objectName"]]
     assert tour == ["reveal", "cancel", "join", "identity", "secret"]
+    panel.press("reveal")
+    assert panel.all("echoMode") == [0, 0]
     panel.press("cancel")
     panel.press("wiredTab")
     panel.shows(address="stored ipaddr")
+    assert panel.all("inputMethodHints") == [8, 8, 8]
     hears("PageTab Wi-Fi", "PageTab Wired", "EditableText Address", "EditableText Gateway",
           "EditableText Network mask", "Button Store", "CheckBox Address by DHCP", "StaticText")
 
@@ -240,12 +253,18 @@ def test_languages(radio, language, share):
     radio.table = TABLE[:7]
     panel = Panel(LC_ALL=language, XDG_DATA_DIRS=str(PANEL.parents[1] / share))
     numbers = iter(range(99))
+    width = 320 if language == "en_US" else 400
+    panel.ask("run", f"width = {width}")
+
+    def fits(item):
+        return item["right"] <= width and not item.get("truncated") and (
+            "truncated" not in item or item["contentWidth"] <= math.ceil(item["width"]))
 
     def look():
         time.sleep(0.3)  # what moves has arrived
-        assert comes_true(lambda: all(item["fits"] for item in panel.ask("look")))
+        assert comes_true(lambda: all(map(fits, panel.ask("look"))))
         items = panel.ask("picture", f"panel-{language}-{next(numbers)}.png")
-        texts = panel.ask("hear") + [item["text"] for item in items if item["isText"]]
+        texts = panel.ask("hear") + [item["text"] for item in items if "textFormat" in item]
         assert language != "en_US" or [text for text in texts if not re.fullmatch(
             r"(\w+ )?(.*\[.*|10.*|WPA.*|WEP|Lab.*|Grüße|Twin|)", text)] == []
 
@@ -270,21 +289,24 @@ def test_languages(radio, language, share):
     assert panel.process.wait(20) == 0
 
 
-@pytest.mark.skipif("SANITIZED" in os.environ, reason="qml is built without sanitizers")
-def test_module(radio, tmp_path):
-    """QML alone sees all fields of what the client brings."""
-    (tmp_path / "module.qml").write_text(MODULE)
-    qml = subprocess.run(["qml", tmp_path / "module.qml"], capture_output=True, text=True,
-                         timeout=60)
-    said = [line[5:] for line in qml.stderr.splitlines() if line.startswith("qml: ")]
-    assert len(said) == 4, qml
-    scan, address, status, wired = map(json.loads, said)
-    assert list(scan[3].values()) == ["Grüße", "02:00:00:00:04:00", -72, 5745,
-                                      "[WPA2-SAE-CCMP][ESS]", 4, 149, "5 GHz", 2]
-    assert list(status.values()) == [True, "Lab Open", address, "02:00:00:00:02:00", 2437,
-                                     "station", "CCMP", "TKIP", "NONE", "COMPLETED"]
-    assert wired == {"address": "stored ipaddr", "gateway": "stored gatewayip", "dhcp": True,
-                     "netmask": "stored netmask", "macAddress": "stored ethaddr"}
+def test_results(panel):
+    """QML sees all fields of what the client brings."""
+    def result(request):
+        panel.ask("run", f"bar.problem = '', (reply => reply.finished.connect(() => "
+                         f"bar.problem = JSON.stringify(reply.result)))(wifi.{request})")
+        assert comes_true(lambda: panel.item("address").get("text", " ")[0] in "[{", 40)
+        return json.loads(panel.item("address")["text"])
+
+    assert bxwifictl("connect", "Lab Open")[0] == 0
+    panel.shows(state="Lab Open", Twin="")
+    assert list(result("scan()")[3].values()) == [
+        "Grüße", "02:00:00:00:04:00", -72, 5745, "[WPA2-SAE-CCMP][ESS]", 4, 149, "5 GHz", 2]
+    assert list(result("status()").values()) == [
+        True, "Lab Open", "10.20.2.15", "02:00:00:00:02:00", 2437, "station", "CCMP", "TKIP",
+        "NONE", "COMPLETED"]
+    assert result("wiredSettings()") == {
+        "address": "stored ipaddr", "gateway": "stored gatewayip", "dhcp": True,
+        "netmask": "stored netmask", "macAddress": "stored ethaddr"}
 
 
 @pytest.mark.parametrize("program", ["CONSOLE", "PYTHON"])

@@ -16,8 +16,8 @@
 using namespace BxWifi;
 using namespace std::chrono_literals;
 
-/// For what other processes do, however busy the machine is.
-#define EVENTUALLY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, 40000)
+/// For what other processes do, however busy the machine is, and what comes of itself in a minute.
+#define EVENTUALLY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, 70000)
 
 namespace
 {
@@ -62,30 +62,25 @@ private slots:
 
 void ClientTest::textsOfQrCodes()
 {
-    const QString umlauts = QString::fromUtf8("Gr\u00fc\u00dfe");
-    const std::pair<QString, JoinSettings> cases[] = {
-        {"WIFI:T:WPA;S:Lab;P:correct horse;;", {"Lab", Security::Wpa, "correct horse", "", false}},
-        {"wifi:P:12345678;Z:x;H:True;S:Lab;T:sae\n", {"Lab", Security::Wpa3, "12345678", "", true}},
-        {"WIFI:S:Lab;P:left over;;", {"Lab", Security::Open, "", "", false}},
+    const std::pair<const char *, const char *> cases[] = {
+        {"WIFI:T:WPA;S:Lab;P:correct horse;;", "WIFI:T:WPA;S:Lab;P:correct horse;;"},
+        {"wifi:;P:12345678;Z:x;H:True;S:Lab;T:sae\n", "WIFI:T:SAE;S:Lab;P:12345678;H:true;;"},
+        {"WIFI:S:Lab;P:left over;;", "WIFI:T:nopass;S:Lab;;"},
         {R"(WIFI:T:WEP;S:\"Say\"\; a\,b\:c\\;P:"ab\"cd";;)",
-         {R"("Say"; a,b:c\)", Security::Wep, R"(ab"cd)", "", false}},
-        {R"(WIFI:T:WEP;S:"a\";P:6162636465;;)", {R"("a")", Security::Wep, "abcde", "", false}},
-        {"WIFI:T:nopass;S:4772c3bcc39f65;;", {umlauts, Security::Open, "", "", false}},
-        {"WIFI:T:nopass;S:\"4c6162\";;", {"4c6162", Security::Open, "", "", false}},
-        {"WIFI:T:nopass;S:CAFE;;", {"CAFE", Security::Open, "", "", false}},
+         R"(WIFI:T:WEP;S:\"Say\"\; a\,b\:c\\;P:ab\"cd;;)"},
+        {R"(WIFI:T:WEP;S:"a\";P:6162636465;;)", R"(WIFI:T:WEP;S:\"a\";P:abcde;;)"},
+        {"WIFI:T:nopass;S:4772c3bcc39f65;;", "WIFI:T:nopass;S:Gr\u00fc\u00dfe;;"},
+        {"WIFI:S:\"4c6162\";;", "WIFI:T:nopass;S:\"4c6162\";;"},
+        {"WIFI:S:CAFE;;", "WIFI:T:nopass;S:\"CAFE\";;"},
         {"WIFI:T:WPA2-EAP;S:Lab;E:PEAP;PH2:GTC;A:anyone;I:ada;P:lovelace;;",
-         {"Lab", Security::Enterprise, "lovelace", "ada", false}},
+         "WIFI:T:WPA2-EAP;S:Lab;E:PEAP;PH2:MSCHAPV2;I:ada;P:lovelace;;"},
     };
-    const auto fields = [](const QString &uri) {
-        QString problem;
-        const JoinSettings read = JoinSettings::fromUri(uri, &problem);
-        return std::tuple(problem + read.problem(), read.ssid, read.security, read.secret,
-                          read.identity, read.hidden);
-    };
-    for (const auto &[uri, s] : cases) {
-        const std::tuple expected("", s.ssid, s.security, s.secret, s.identity, s.hidden);
-        QVERIFY2(fields(uri) == expected, qPrintable(uri));
-        QVERIFY2(fields(s.toUri()) == expected, qPrintable(s.toUri()));
+    for (const auto &[uri, plain] : cases) {
+        for (const char *text : {uri, plain}) {
+            QString problem;
+            const JoinSettings read = JoinSettings::fromUri(QString::fromUtf8(text), &problem);
+            QCOMPARE(problem + read.problem() + read.toUri(), QString::fromUtf8(plain));
+        }
     }
 }
 
@@ -101,10 +96,8 @@ void ClientTest::impossibleSettings()
         {{"Lab", Security::Open, "", "", false, 0s}, "one day"},
         {{"Lab", Security::Open, "", "", false, 86401s}, "one day"},
     };
-    for (const auto &[settings, word] : cases) {
-        QVERIFY(settings.problem().contains(word));
-        QCOMPARE(settings.problem().isEmpty(), word.isEmpty());
-    }
+    for (const auto &[settings, word] : cases)
+        QVERIFY(word.isEmpty() ? settings.problem().isEmpty() : settings.problem().contains(word));
 }
 
 /// What takes its secret each time, and what was stored under the same name.
@@ -216,6 +209,7 @@ void ClientTest::findsANewBus()
     EVENTUALLY(client.ssid() == "Home");
     around("lose_bus()");
     EVENTUALLY(client.state() == WifiClient::Unavailable);
+    QCOMPARE(WifiClient().state(), WifiClient::Unavailable);
     QCOMPARE(outcome(client.status()), "cannot reach the system bus");
     around("open_road()");
     EVENTUALLY(outcome(client.status()).isEmpty());

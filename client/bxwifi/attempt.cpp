@@ -23,6 +23,13 @@ constexpr auto addressDelay = 800ms;
 constexpr auto secondAddressDelay = 5s;
 // What is joined as it is stored shows by its state alone whether it can be joined at all.
 constexpr auto watchInterval = 2s;
+
+/// Else a wrong key is that of the network before, which the supplicant has tried once more on the
+/// way, after a removal.
+bool isKeyTold(Security security)
+{
+    return security != Security::Open && security != Security::Wep;
+}
 } // namespace
 
 Attempt::Attempt(DaemonLink &daemon, JoinPlan wanted, Failures believed, Handlers told)
@@ -107,7 +114,7 @@ void Attempt::onStatus(Status::Code status)
         isConfirming = true;
         return;
     case Status::WrongKey:
-        if (failures == Believed)
+        if (failures == Believed && isKeyTold(plan.security))
             fail(WifiReply::WrongKey, tr("wrong passphrase or key"));
         return;
     case Status::TemporarilyDisabled:

@@ -108,6 +108,8 @@ class Radio(FakeSupplicant):
     def select_network(self, number):
         for other, network in self.networks.items():
             network["disabled"] = other != number
+        if kind_of(self.networks[number]) in ("WEP", OPEN):  # the network before is told of late
+            self.send_event("<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0 reason=WRONG_KEY")
         self.look()
 
     def remove_network(self, number):

@@ -144,6 +144,17 @@ def test_end(bed):
     bed.check("SAVE_CONFIG", "sync", "DETACH")
 
 
+def test_killed(bed):
+    """The tool that runs then finishes what it is at."""
+    bed.tools.script("fw_setenv", """kill -KILL $PPID
+        while read -r _ _ _ parent _ </proc/$$/stat && [ $parent = $PPID ]; do :; done
+        exec ${0%/*}/sync""")
+    bed.start()
+    bed.bus.send("setDynamic", True)
+    bed.check("fw_setenv|dynamicip|1", "sync")
+    bed.daemon.process = bed.daemon.process.kill()  # None: its status is not asked for
+
+
 def test_end_before_start_up(bed):
     bed.tools.script("fw_printenv", "kill $PPID")
     bed.daemon.start("--wired-dhcp")

@@ -17,13 +17,13 @@ from radio import SECRET, access_points, key_of
 
 TABLE = access_points("2412 -40 [WPA2-PSK-CCMP][ESS] A", "2412 -50 [WPA2-PSK-CCMP][ESS] B",
                       "2412 -60 [WPA2-PSK-CCMP][ESS] C", "2412 -70 [ESS] Open")
-NOTHING = '{"networks":[]}'
 # Its minutes are long: all that runs beside this process lives five times as fast.
 SPEED = 5
 os.environ |= {"LD_PRELOAD": "/usr/$LIB/faketime/libfaketimeMT.so.1", "FAKETIME": f"+0 x{SPEED}",
                "ASAN_OPTIONS": "verify_asan_link_order=0"}
-DAMAGED = ("/tmp/state/networks.json: no list of networks; set aside as "
-           "/tmp/state/networks.json.damaged")
+STATE, ELSEWHERE = Path("/tmp/state"), Path("/tmp/elsewhere")
+FILE = "networks.json"
+DAMAGED = (f"{ELSEWHERE}/{FILE}: no list of networks; set aside as {ELSEWHERE}/{FILE}.damaged")
 NO_DAEMON = "waiting for the daemon bxwifid"
 NO_SUPPLICANT = "the daemon has no supplicant; relinking"
 RELINKED = "the daemon has its supplicant"
@@ -49,6 +49,7 @@ class Keeper:
     """One with its state in this folder."""
 
     def __init__(self, folder, *options):
+        folder.mkdir(exist_ok=True)
         self.process = subprocess.Popen([BXWIFICTL, "keep", *options], text=True,
                                         stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                         env=os.environ | {"STATE_DIRECTORY": str(folder)})
@@ -85,35 +86,54 @@ def connect(name):
     assert status == 0, error
 
 
+def entry(ssid, security="wpa"):
+    return {"ssid": ssid, "security": security, "joined": "2026-01-01T00:00:00Z"}
+
+
+def names_in(folder):
+    return [entry["ssid"] for entry in json.loads((folder / FILE).read_text())["networks"]]
+
+
+def test_state(radio):
+    connect("A")
+    many = [entry("x" * 32), *(entry(str(number), "open") for number in range(49))]
+    said = "remembering A", online("A")
+    ELSEWHERE.mkdir()
+    (ELSEWHERE / FILE).write_text(json.dumps({"networks": many}))
+    assert Keeper(ELSEWHERE, "--once").ends() == (0, [*said])
+    assert names_in(ELSEWHERE) == ["A", "x" * 32, *map(str, range(48))]
+    for text in "[", *(json.dumps({"networks": [entry(*damaged)]}) for damaged in (
+            [""], ["x" * 33], ["x", "?"])):
+        (ELSEWHERE / FILE).write_text(text)
+        assert Keeper(ELSEWHERE, "--once").ends() == (0, [DAMAGED, *said])
+        assert names_in(ELSEWHERE) == ["A"]
+        assert (ELSEWHERE / f"{FILE}.damaged").read_text() == text
+    # A disk with no room for a further file.
+    subprocess.run(["mount", "-t", "tmpfs", "-o", "nr_blocks=1", "full", ELSEWHERE], check=True)
+    (ELSEWHERE / FILE).write_text('{"networks":[]}')
+    status, (remembering, problem, in_a) = Keeper(ELSEWHERE, "--once").ends()
+    assert (status, remembering, in_a) == (0, *said)
+    assert problem.startswith(f"{ELSEWHERE}/{FILE}: ")
+    assert names_in(ELSEWHERE) == []
+
+
 def test_keep(bed, radio):
     def on_air(*names):
         """These access points are, and the supplicant sees what it can join of them."""
         radio.table = [row for row in TABLE if row.split("\t")[-1] in names]
         radio.look()
 
-    state, elsewhere = Path("/tmp/state"), Path("/tmp/elsewhere")
-    state.mkdir(), elsewhere.mkdir()
-    (state / "networks.json").write_text("[")
-    # A disk with no room for a further file.
-    subprocess.run(["mount", "-t", "tmpfs", "-o", "nr_blocks=1", "full", elsewhere], check=True)
-    (elsewhere / "networks.json").write_text(NOTHING)
     connect("Open")
-    keeper = Keeper(state)
-    keeper.says(DAMAGED, "remembering Open", online("Open"))
-    assert (state / "networks.json.damaged").read_text() == "["
+    keeper = Keeper(STATE)
+    keeper.says("remembering Open", online("Open"))
     for name in "ACB":
         connect(name)
         keeper.says(HANDS_OFF, f"remembering {name}", online(name))
     joined = time.monotonic()
     # What is removed now may be part of a join, and names no network.
     assert bxwifictl("forget", "C")[0] == 0
-    status, (remembering, problem, said) = Keeper(elsewhere, "--once").ends()
-    assert (status, remembering, said) == (0, "remembering B", online("B"))
-    assert problem.startswith("/tmp/elsewhere/networks.json: ")
-    remembered = (state / "networks.json").read_text()
-    assert [entry["ssid"] for entry in json.loads(remembered)["networks"]] == [
-        "B", "C", "A", "Open"]
-    assert (elsewhere / "networks.json").read_text() == NOTHING
+    assert names_in(STATE) == ["B", "C", "A", "Open"]
+    remembered = (STATE / FILE).read_text()
     assert SECRET not in remembered and key_of("A") not in remembered
 
     # The supplicant is restarted: it has an end without a farewell, and comes back with what
@@ -122,12 +142,16 @@ def test_keep(bed, radio):
     keeper.says(NO_SUPPLICANT)
     radio.start()
     keeper.says(RELINKED, online("B"))
+    # Another's relink is not enough: nobody has asked for an address.
+    radio.send_event("<3>CTRL-EVENT-TERMINATING ")
+    assert bxwifictl("relink")[0] == 0
+    keeper.says(NO_SUPPLICANT, RELINKED, online("B"))
 
     # The access point is gone, and a stranger shows its name. For a minute after the join the
     # keeper waits for the client. What was joined before is not stored any more.
     radio.table[1] = TABLE[1].replace("-50\t[WPA2-PSK-CCMP]", "-40\t")
     radio.look()
-    stranger = Keeper(elsewhere, "--once")
+    stranger = Keeper(ELSEWHERE, "--once")
     keeper.says(SEARCHING, "joining C", forgotten("C"), "joining A", online("A"))
     assert 60 <= (time.monotonic() - joined) * SPEED
     assert radio.stored() == ["(Open)", "A", "(B)"]
@@ -164,7 +188,7 @@ def test_keep(bed, radio):
 
     # Who disconnects on purpose is left alone, until the supplicant looks for networks again.
     assert bxwifictl("disconnect")[0] == 0
-    left = Keeper(state, "--once", "--json")
+    left = Keeper(STATE, "--once", "--json")
     assert json.loads(left.process.stdout.readline())["event"] == "left"
     assert left.ends() == (0, [])
     keeper.says(LEFT)
@@ -173,7 +197,7 @@ def test_keep(bed, radio):
 
     bed.daemon.stop()
     keeper.says(NO_DAEMON)
-    assert Keeper(elsewhere, "--once").ends() == (3, ["the daemon bxwifid is not running"])
+    assert Keeper(ELSEWHERE, "--once").ends() == (3, ["the daemon bxwifid is not running"])
     bed.daemon.start()
     keeper.says(online("A"))
 

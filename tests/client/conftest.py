@@ -6,6 +6,7 @@ from functools import partial
 import pytest
 from harness.bed import Bed
 
+from panel import Panel
 from radio import TABLE, Radio
 
 
@@ -28,3 +29,10 @@ def radio(bed):
     bed.supplicant.begin()
     bed.journal.take()
     return bed.supplicant
+
+
+@pytest.fixture
+def panel(radio):
+    panel = Panel()
+    yield panel
+    panel.close()

@@ -12,7 +12,9 @@
 #include <QMetaProperty>
 #include <QPixmap>
 #include <QQmlApplicationEngine>
+#include <QQmlContext>
 #include <QQmlExpression>
+#include <QQmlPropertyMap>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QScreen>
@@ -72,10 +74,29 @@ QJsonArray hear(const QAccessibleInterface *in)
     return found;
 }
 
+/// What the expressions keep that are run.
+class Memory : public QQmlPropertyMap
+{
+    Q_OBJECT
+
+public:
+    Memory() : QQmlPropertyMap(this, nullptr) {}
+    Q_INVOKABLE void erase(const QString &name)
+    {
+        const auto *object = value(name).value<QObject *>();
+        clear(name);
+        delete object;
+    }
+};
+
 QJsonArray answer(QQuickWindow *window, const QString &command, const QString &what)
 {
     if (command == "hear")
         return hear(QAccessible::queryAccessibleInterface(window));
+    if (command == "run") {
+        QQmlExpression expression(qmlContext(window), window, what);
+        return {QJsonValue::fromVariant(expression.evaluate())};
+    }
     for (QQuickItem *item : items(window->contentItem())) {
         if (command == "focus" && item->objectName() == what)
             item->forceActiveFocus();
@@ -85,8 +106,6 @@ QJsonArray answer(QQuickWindow *window, const QString &command, const QString &w
     if (command == "type")
         for (const QChar character : what)
             QTest::keyClick(window, character.toLatin1());
-    if (command == "run")
-        QQmlExpression(qmlContext(window), window, what).evaluate();
     if (command == "picture")
         window->screen()->grabWindow(window->winId()).save(what);
     return look(window);
@@ -97,7 +116,10 @@ int main(int argc, char **argv)
 {
     const QGuiApplication application(argc, argv);
     QAccessible::setActive(true);
-    QQmlApplicationEngine engine(QStringLiteral(PANEL));
+    Memory memory;
+    QQmlApplicationEngine engine;
+    engine.rootContext()->setContextProperty("memory", &memory);
+    engine.load(PANEL);
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
     const QSocketNotifier input(0, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, window, [window] {
@@ -110,3 +132,5 @@ int main(int argc, char **argv)
     });
     return QGuiApplication::exec();
 }
+
+#include "paneldriver.moc"

@@ -1,48 +1,126 @@
 # SPDX-FileCopyrightText: 2026 The bxwifid developers
 # SPDX-License-Identifier: BSD-3-Clause
-"""The client library, by tst_client.cpp, which says what is to happen around it."""
+"""The client library, by the panel's client."""
 
-import os
 import re
-import subprocess
 
+from harness.bed import comes_true
 from harness.bus import Bus
 
-from radio import access_points, key_of
+from panel import Panel
+from radio import SECRET, access_points, key_of
 
 TABLE = access_points("2412 -50 [WPA2-PSK-CCMP][ESS] Home", "2412 -55 [WPA2-PSK-CCMP][ESS] Other",
                       "2437 -60 [WPA2-SAE-CCMP][ESS] Third", "2437 -65 [ESS] ssid=a=b")
+HOME = {"ssid": "Home", "psk": key_of("Home")}
+OTHER = "connectTo('Other', 'wrong horse', '', Security.Wpa)"
+CLIENT = "Qt.createQmlObject('import BxWifi 1.0; WifiClient {}', tabs)"
+REFUSED = "wrong passphrase or key; "
 
 
-def test_client(bed, radio):
+def test_goes_back_with_what_it_joined(radio, panel):
+    """What takes its secret each time, and what was stored under the same name."""
+    for home in "Third", "Home":
+        assert panel.outcome(f"connectTo('{home}', '{SECRET}')") == "10.20.2.15"
+        assert panel.run("wifi.ssid") == home
+        assert panel.outcome(OTHER) == REFUSED + "back in " + home
+    assert panel.outcome("connectTo('Home', 'wrong horse')") == REFUSED + "back in Home"
+    assert radio.stored() == ["(Third)", "Home"]
+
+
+def test_gives_up_and_gives_way(radio, panel):
+    radio.begin(HOME)
+    panel.shows(state="Home")
+    with radio.silence:
+        panel.begin("scan()")
+        panel.run("memory.reply.abort()")
+        assert panel.outcome() == "given up"
+
+    del radio.table[1]  # the other one
+    panel.begin(OTHER)
+    panel.reaches("Associating")
+    panel.run(f"memory.reply = wifi.connectTo('Nowhere', '{SECRET}', '', Security.Wpa)")
+    assert panel.outcome() == "another network was asked for meanwhile"
+    panel.reaches("Associating")
+    assert radio.stored() == ["(Home)", "Nowhere"]
+    assert panel.outcome("connectTo('Elsewhere', 'x')") == "no such network in sight; back in Home"
+    assert radio.stored() == ["Home"]
+
+    # Twice: at once.
+    panel.begin(OTHER)
+    panel.reaches("Associating")
+    radio.table = []
+    panel.run("memory.reply.abort()")
+    panel.reaches("Returning")
+    panel.run("memory.reply.abort()")
+    assert panel.outcome() == "given up; the device is in no network now"
+
+
+def test_forgets_a_lost_connection(radio, panel):
+    radio.begin(HOME)
+    panel.shows(state="Home")
+    assert panel.outcome("forget('Home')") is None
+    assert panel.outcome(OTHER) == "wrong passphrase or key"
+    panel.run("wifi.pollInterval = 0")
+    panel.shows(state="Not connected")
+    radio.send_event("<3>CTRL-EVENT-CONNECTED ")  # to what has no name yet
+    panel.shows(state="")
+
+
+def test_asks_nothing_during_a_request(bed, radio, panel):
+    """Not even one that nobody answers."""
+    radio.begin(HOME)
+    panel.shows(state="Home")
+    radio.react = lambda _: None
+    bed.journal.take()
+    panel.run("wifi.pollInterval = 10")
+    assert panel.outcome("scan()") == "no scan results"
+    assert bed.journal.entries().count("STATUS") < 9
+    del radio.react
+
+
+def test_handlers_do_anything(bed, radio, panel):
+    """They may end what tells them, and begin what ends at once."""
+    radio.begin(HOME)
+    panel.shows(state="Home")
+    panel.run("memory.reply = wifi.status(), wifi.scan().finished.connect(() => (memory."
+              "erase('reply'), wifi.scan().finished.connect(() => memory.second = 'over')))")
+    assert comes_true(lambda: panel.run("memory.second"), 70)
+    panel.run(f"memory.reply = wifi.{OTHER}, memory.reply.stageChanged.connect(stage => "
+              "stage === WifiReply.Associating && memory.erase('reply'))")
+    # Nobody is there to follow this one's end.
+    assert comes_true(lambda: panel.run("wifi.state === WifiClient.Disconnected"), 70)
+
+    with radio.silence:
+        panel.run("wifi.scan().finished.connect(() => (reply => reply.finished.connect(() => "
+                  "memory.third = reply.errorText))(wifi.scan()))")
+        bed.daemon.process.kill()
+        bed.daemon.process.wait()
+        assert comes_true(lambda: panel.run("memory.third"), 70)
+    assert panel.run("memory.third") == "the daemon bxwifid is not running"
+    panel.run(f"memory.client = {CLIENT}, "
+              "memory.client.stateChanged.connect(() => memory.erase('client'))")
+    bed.daemon.process = None
+    bed.start()
+    assert comes_true(lambda: panel.run("memory.client === undefined"), 70)
+
+
+def test_finds_a_new_bus(bed, radio):
+    radio.begin(HOME)
     road = bed.folder / "bus"  # to the bus there is
-
-    def open_road():
-        road.unlink(missing_ok=True)
-        road.symlink_to(re.search("path=([^,]*)", bed.bus.address)[1])
-
-    def lose_bus():
-        bed.daemon.stop()
-        bed.bus.close()
-        bed.bus = Bus(bed.daemon.log_file)
-        bed.daemon.start()
-
-    def home():
-        """In the one network that is stored."""
-        radio.begin({"ssid": "Home", "psk": key_of("Home")})
-
-    open_road()
-    scope = {**globals(), **locals()}
-    with subprocess.Popen([os.environ["CLIENT"]], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                          env=os.environ | {"DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={road}"},
-                          text=True) as client:
-        try:
-            for line in client.stdout:
-                print(line, end="")
-                if line.startswith("> "):
-                    exec(line[2:], scope)
-                    print("done", file=client.stdin, flush=True)
-        except BaseException:
-            client.kill()
-            raise
-    assert client.returncode == 0
+    road.symlink_to(re.search("path=([^,]*)", bed.bus.address)[1])
+    panel = Panel(DBUS_SYSTEM_BUS_ADDRESS=f"unix:path={road}")
+    panel.shows(state="Home")
+    bed.daemon.stop()
+    bed.bus.close()
+    bed.bus = Bus(bed.daemon.log_file)
+    bed.daemon.start()
+    panel.shows(state="The network service is not running")
+    assert panel.run(CLIENT + ".state === WifiClient.Unavailable")
+    assert panel.outcome("status()") == "cannot reach the system bus"
+    road.unlink()
+    road.symlink_to(re.search("path=([^,]*)", bed.bus.address)[1])
+    panel.run("wifi.pollInterval = 0")
+    assert comes_true(lambda: "ssid" in panel.outcome("status()"), 40)
+    panel.shows(state="Home")
+    panel.close()

@@ -3,21 +3,19 @@
 """The panel under a user's fingers, as paneldriver.cpp moves them, the module that it is made with,
 and the examples without a window."""
 
-import json
 import math
 import os
 import re
 import subprocess
 import time
-from pathlib import Path
 
 import pytest
 from harness.bed import comes_true
 
 from command import bxwifictl
+from panel import PANEL, Panel
 from radio import SECRET, access_points
 
-PANEL = Path(os.environ["PANEL"])
 # At last two access points of one name, and names that are markup, and colour a terminal.
 TABLE = access_points("2412 -48 [WPA2-PSK-CCMP][ESS] Lab WPA2", "2437 -60 [ESS] Lab Open",
                       "2437 -66 [WPA2-EAP-CCMP][ESS] Lab Enterprise",
@@ -28,63 +26,6 @@ TABLE = access_points("2412 -48 [WPA2-PSK-CCMP][ESS] Lab WPA2", "2437 -60 [ESS] 
                       r"5180 -90 [ESS] \e[31mred")
 MARKUP = "<img src=http://192.0.2.1/x>"
 CONNECTED = {"address": "10.20.2.15", "secret": None}
-
-
-class Panel:
-    def __init__(self, **environment):
-        self.process = subprocess.Popen([PANEL], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                                        env=os.environ | environment, text=True)
-
-    def ask(self, command, what=""):
-        print(command, what, sep="\t", file=self.process.stdin, flush=True)
-        return json.loads(self.process.stdout.readline())
-
-    def show_code(self, code):
-        self.ask("run", f"sheet.openForUri({json.dumps(code)})")
-
-    def item(self, name):
-        """What is to be seen of it; nothing is hidden."""
-        return next((item for item in self.ask("look") if item["objectName"] == name), {})
-
-    def all(self, field, kind=None):
-        """This of each item that has it and is of that kind."""
-        return [item[field] for item in self.ask("look")
-                if field in item and kind in (None, item["type"])]
-
-    def shows(self, focus=None, **texts):
-        """These come to be seen, or not, if None."""
-        def look():
-            items = {item["objectName"]: item for item in self.ask("look")}
-            return focus and items.get(focus, {}).get("activeFocus"), {
-                name: items.get(name, {}).get("text") for name in texts}
-        expected = (focus and True, texts)
-        assert comes_true(lambda: look() == expected, 40), look()
-
-    def press(self, name):
-        assert comes_true(lambda: self.item(name).get("enabled"), 40), name
-        self.ask("focus", name)
-        self.ask("key", "Space")
-
-    def type(self, field, text, end="Return"):
-        self.shows(focus=field)
-        self.ask("key", "Ctrl+A")
-        self.ask("type", text)
-        self.ask("key", end)
-
-    def join_nowhere(self):
-        self.press("hidden")
-        self.type("name", "Nowhere", "Tab")
-        self.type("kinds", "", "Tab")
-        self.type("secret", SECRET)
-        self.shows(progress="Joining the network …")
-
-
-@pytest.fixture
-def panel(radio):
-    panel = Panel()
-    yield panel
-    panel.process.stdin.close()
-    assert panel.process.wait(20) == 0
 
 
 def test_join_and_wired(bed, panel):
@@ -121,18 +62,14 @@ def test_join_and_wired(bed, panel):
 
 def test_known_networks(radio, panel):
     """How they are listed, and what is asked before one is joined again."""
-    def lists(*expected):
-        def listed():
-            return [line[9:] for line in panel.ask("hear") if line.startswith("ListItem")]
-        assert comes_true(lambda: set(expected) <= set(listed()), 40), listed()
-
     panel.shows(Twin="")
     for name, *login in ["Grüße"], ["Lab Enterprise", "--identity", "ada"], ["Lab WPA2"]:
         assert bxwifictl("connect", name, "--password-file", "-", *login, given=SECRET)[0] == 0
         panel.shows(state=name)
     assert bxwifictl("connect", "Lab Open")[0] == 0
-    lists("Lab WPA2 WPA2, known, signal 4 of 4", "Lab Open Connected, signal 3 of 4",
-          "Lab Enterprise WPA2 Enterprise, known, signal 2 of 4")
+    panel.hears("ListItem Lab WPA2 WPA2, known, signal 4 of 4",
+                "ListItem Lab Open Connected, signal 3 of 4",
+                "ListItem Lab Enterprise WPA2 Enterprise, known, signal 2 of 4")
     for name, question in ("Grüße", "secret"), ("Lab Enterprise", "identity"):
         panel.press(name)
         panel.shows(focus=question, progress=None)
@@ -146,8 +83,8 @@ def test_known_networks(radio, panel):
     panel.press("cancel")
     radio.table = [TABLE[1], TABLE[0].replace("-48", "-72"), TABLE[5]]
     panel.press("scan")
-    lists("Lab Open open, known, signal 3 of 4", "Lab WPA2 WPA2, known, signal 2 of 4",
-          "Twin Connected, signal 1 of 4")
+    for line in "Open open, known, signal 3 of 4", "WPA2 WPA2, known, signal 2 of 4":
+        panel.hears("ListItem Lab " + line)
     assert comes_true(lambda: panel.item("Lab Open")["top"] < panel.item("Lab WPA2")["top"])
     assert panel.all("currentIndex", "NetworkList") == [1]  # which goes with the network
     assert panel.all("highlighted", "NetworkRow") == [False, False, True]
@@ -158,7 +95,7 @@ def test_known_networks(radio, panel):
     assert comes_true(lambda: panel.all("running", "BusyIndicator") == [True], 40)
     assert not panel.item("scan")["enabled"]
     radio.send_event("<3>CTRL-EVENT-SCAN-RESULTS ")
-    assert comes_true(lambda: "StaticText No networks in sight" in panel.ask("hear"), 40)
+    panel.hears("StaticText No networks in sight")
     assert panel.all("running", "BusyIndicator") == [False]
     del radio.react
 
@@ -177,7 +114,7 @@ def test_under_way(radio, panel):
     radio.table = TABLE[:7]
     panel.press("Grüße")
     panel.type("secret", "wrong horse")
-    panel.ask("run", "width = 240")
+    panel.run("width = 240")
     panel.shows(progress="Going back to the former network …")
     assert panel.item("progress")["lineCount"] == 2
     radio.table = TABLE
@@ -190,20 +127,20 @@ def test_under_way(radio, panel):
 
     # The end of a join does nothing to a sheet that was opened since.
     panel.join_nowhere()
-    panel.show_code(f"WIFI:T:WPA;S:Lab WPA2;P:{SECRET};;")
+    panel.run(f"sheet.openForUri('WIFI:T:WPA;S:Lab WPA2;P:{SECRET};;')")
     panel.shows(state=MARKUP, problem=None, ssid="Lab WPA2", focus="secret")
 
 
 def test_scanned_code(panel):
     """The sheet shows what a code says before it does that, and does nothing with a broken one."""
-    panel.show_code("WIFI:T:WPA;S:Lab\\")
+    panel.run(r"sheet.openForUri('WIFI:T:WPA;S:Lab\\')")
     panel.shows(problem="the code is cut off", focus="cancel", secret=None)
     assert not panel.item("join")["enabled"]
-    panel.show_code(f"WIFI:T:WPA;S:Lab WPA2;P:{SECRET};;")
+    panel.run(f"sheet.openForUri('WIFI:T:WPA;S:Lab WPA2;P:{SECRET};;')")
     panel.shows(ssid="Lab WPA2", secret=SECRET)
     panel.press("join")
     panel.shows(state="Lab WPA2", secret=None)
-    panel.show_code(f"WIFI:T:WPA;S:Twin;P:{SECRET};;")
+    panel.run(f"sheet.openForUri('WIFI:T:WPA;S:Twin;P:{SECRET};;')")
     panel.press("join")
     panel.shows(problem="several kinds of protection under this name; say which", focus="kinds")
     panel.press("join")
@@ -211,28 +148,23 @@ def test_scanned_code(panel):
 
 
 def test_screen_reader_and_tabulator(panel):
-    def hears(*expected):
-        heard = panel.ask("hear")
-        assert heard[-len(expected):] == list(expected), heard
-
-    panel.shows(Twin="")
-    hears("PageTab Wi-Fi", "PageTab Wired", "StaticText Not connected", "Button Scan",
-          "List Networks", "ListItem Lab WPA2 WPA2, signal 4 of 4",
-          "ListItem Lab Open open, signal 3 of 4",
-          "ListItem Lab Enterprise WPA2 Enterprise, signal 2 of 4",
-          "ListItem Grüße WPA3, signal 2 of 4", "ListItem Lab WEP WEP, signal 1 of 4",
-          "ListItem Twin several kinds of protection, signal 1 of 4",
-          f"ListItem {MARKUP} WPA2, signal 1 of 4", "ListItem \033[31mred open, signal 0 of 4",
-          "Button Hidden network …")
+    panel.hears("PageTab Wi-Fi", "PageTab Wired", "StaticText Not connected", "Button Scan",
+                "List Networks", "ListItem Lab WPA2 WPA2, signal 4 of 4",
+                "ListItem Lab Open open, signal 3 of 4",
+                "ListItem Lab Enterprise WPA2 Enterprise, signal 2 of 4",
+                "ListItem Grüße WPA3, signal 2 of 4", "ListItem Lab WEP WEP, signal 1 of 4",
+                "ListItem Twin several kinds of protection, signal 1 of 4",
+                f"ListItem {MARKUP} WPA2, signal 1 of 4",
+                "ListItem \033[31mred open, signal 0 of 4", "Button Hidden network …")
     assert len(panel.all("color", "LockIcon")) == 6
     assert panel.all("opacity", "QQuickRectangle").count(0.2) == 18
     panel.press("Lab Enterprise")
     assert panel.all("inputMethodHints") == [68, 70]  # of Qt; and dots for the password
     assert panel.all("echoMode") == [0, 2]
     panel.type("identity", "ada", "Tab")
-    hears("Button Hidden network …", "StaticText Join a network", "StaticText Lab Enterprise",
-          "EditableText User name", "EditableText  Password", "CheckBox Show", "Button Cancel",
-          "Button Join")
+    panel.hears("Button Hidden network …", "StaticText Join a network", "StaticText Lab Enterprise",
+                "EditableText User name", "EditableText  Password", "CheckBox Show",
+                "Button Cancel", "Button Join")
     tour = [item["objectName"] for _ in range(5) for item in panel.ask("key", "Tab")
             if item["activeFocus"] and item["objectName"]]
     assert tour == ["reveal", "cancel", "join", "identity", "secret"]
@@ -242,8 +174,9 @@ def test_screen_reader_and_tabulator(panel):
     panel.press("wiredTab")
     panel.shows(address="stored ipaddr")
     assert panel.all("inputMethodHints") == [8, 8, 8]
-    hears("PageTab Wi-Fi", "PageTab Wired", "EditableText Address", "EditableText Gateway",
-          "EditableText Network mask", "Button Store", "CheckBox Address by DHCP", "StaticText")
+    panel.hears("PageTab Wi-Fi", "PageTab Wired", "EditableText Address", "EditableText Gateway",
+                "EditableText Network mask", "Button Store", "CheckBox Address by DHCP",
+                "StaticText")
 
 
 @pytest.mark.parametrize("language, share",
@@ -254,7 +187,7 @@ def test_languages(radio, language, share):
     panel = Panel(LC_ALL=language, XDG_DATA_DIRS=str(PANEL.parents[1] / share))
     numbers = iter(range(99))
     width = 320 if language == "en_US" else 400
-    panel.ask("run", f"width = {width}")
+    panel.run(f"width = {width}")
 
     def fits(item):
         return item["right"] <= width and not item.get("truncated") and (
@@ -285,26 +218,19 @@ def test_languages(radio, language, share):
     panel.press("store")
     assert comes_true(lambda: panel.item("message")["text"])
     look()
-    panel.process.stdin.close()
-    assert panel.process.wait(20) == 0
+    panel.close()
 
 
 def test_results(panel):
     """QML sees all fields of what the client brings."""
-    def result(request):
-        panel.ask("run", f"bar.problem = '', (reply => reply.finished.connect(() => "
-                         f"bar.problem = JSON.stringify(reply.result)))(wifi.{request})")
-        assert comes_true(lambda: panel.item("address").get("text", " ")[0] in "[{", 40)
-        return json.loads(panel.item("address")["text"])
-
     assert bxwifictl("connect", "Lab Open")[0] == 0
     panel.shows(state="Lab Open", Twin="")
-    assert list(result("scan()")[3].values()) == [
+    assert list(panel.outcome("scan()")[3].values()) == [
         "Grüße", "02:00:00:00:04:00", -72, 5745, "[WPA2-SAE-CCMP][ESS]", 4, 149, "5 GHz", 2]
-    assert list(result("status()").values()) == [
+    assert list(panel.outcome("status()").values()) == [
         True, "Lab Open", "10.20.2.15", "02:00:00:00:02:00", 2437, "station", "CCMP", "TKIP",
         "NONE", "COMPLETED"]
-    assert result("wiredSettings()") == {
+    assert panel.outcome("wiredSettings()") == {
         "address": "stored ipaddr", "gateway": "stored gatewayip", "dhcp": True,
         "netmask": "stored netmask", "macAddress": "stored ethaddr"}
 

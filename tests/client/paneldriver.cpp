@@ -41,11 +41,10 @@ QJsonArray look(const QQuickWindow *window)
 {
     QJsonArray found;
     for (QQuickItem *item : items(window->contentItem())) {
-        const QRectF place = item->mapRectToScene(item->boundingRect());
         const QMetaObject *type = item->metaObject();
         QJsonObject properties{{"type", QString(type->className()).section('_', 0, 0)},
-                               {"top", place.top()},
-                               {"right", place.right()}};
+                               {"top", item->mapToScene({}).y()},
+                               {"right", item->mapToScene({item->width(), 0}).x()}};
         for (int i = 0; i < type->propertyCount(); ++i) {
             const QMetaProperty property = type->property(i);
             if (property.userType() < QMetaType::User || property.isEnumType())

@@ -5,7 +5,7 @@
 import re
 
 from harness.bed import comes_true
-from harness.bus import Bus
+from harness.bus import Bus, signal
 
 from panel import Panel
 from radio import SECRET, access_points, key_of
@@ -61,7 +61,7 @@ def test_forgets_a_lost_connection(radio, panel):
     panel.shows(state="Home")
     assert panel.outcome("forget('Home')") is None
     assert panel.outcome(OTHER) == "wrong passphrase or key"
-    panel.run("wifi.pollInterval = 0")
+    assert panel.run("wifi.pollInterval = 0, wifi.pollInterval") == 0
     panel.shows(state="Not connected")
     radio.send_event("<3>CTRL-EVENT-CONNECTED ")  # to what has no name yet
     panel.shows(state="")
@@ -109,8 +109,9 @@ def test_finds_a_new_bus(bed, radio):
     radio.begin(HOME)
     road = bed.folder / "bus"  # to the bus there is
     road.symlink_to(re.search("path=([^,]*)", bed.bus.address)[1])
+    assert comes_true(lambda: signal("ipResult", "10.20.2.15") in bed.journal.entries())
     panel = Panel(DBUS_SYSTEM_BUS_ADDRESS=f"unix:path={road}")
-    panel.shows(state="Home")
+    panel.shows(state="Home", address="10.20.2.15")  # though nobody has told of it since
     bed.daemon.stop()
     bed.bus.close()
     bed.bus = Bus(bed.daemon.log_file)

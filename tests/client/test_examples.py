@@ -23,13 +23,15 @@ TABLE = access_points("2412 -48 [WPA2-PSK-CCMP][ESS] Lab WPA2", "2437 -60 [ESS] 
                       "5180 -80 [WEP][ESS] Lab WEP", "2412 -81 [ESS] Twin",
                       "2412 -82 [WPA2-PSK-CCMP][ESS] Twin",
                       "2412 -83 [WPA2-PSK-CCMP][ESS] <img src=http://192.0.2.1/x>",
-                      r"5180 -90 [ESS] \e[31mred")
+                      r"5180 -90 [WPA2-OWE-CCMP][ESS] \e[31mred")
 MARKUP = "<img src=http://192.0.2.1/x>"
+SHEET = {"ssid", "name", "kinds", "identity", "secret", "advice", "problem"}  # one below the other
 CONNECTED = {"address": "10.20.2.15", "secret": None}
 
 
 def test_join_and_wired(bed, panel):
     panel.press("Lab WPA2")
+    panel.shows(advice="Leave it empty to use what the device has stored.")
     panel.type("secret", "wrong horse")
     panel.shows(problem="wrong passphrase or key", state="Not connected")
     panel.type("secret", SECRET)
@@ -42,6 +44,7 @@ def test_join_and_wired(bed, panel):
     panel.press("dhcp")
     panel.shows(message="the daemon bxwifid went away")
     assert panel.item("dhcp")["checked"]
+    assert not panel.item("store")["enabled"]
     panel.press("wirelessTab")
     panel.shows(state="The network service is not running")
     bed.daemon.process = None
@@ -75,11 +78,19 @@ def test_known_networks(radio, panel):
         panel.shows(focus=question, progress=None)
         panel.press("cancel")
     panel.press("Twin")
+    panel.shows(advice="There are several networks of this name. Choose how yours is protected.")
+    assert panel.item("kinds")["displayText"] == "WPA, WPA2"
     panel.type("kinds", "", "Tab")
     panel.type("secret", SECRET)
     panel.shows(state="Twin", secret=None)
     panel.press("Lab Open")
-    panel.shows(focus="join", progress=None)
+    panel.shows(focus="join", progress=None, secret=None, advice="This network is not protected: "
+                "others can read what is sent over it.")
+    panel.press("cancel")
+    panel.press("\033[31mred")
+    panel.shows(focus="cancel", secret=None, advice="This device cannot join a network that is "
+                "protected in this way.")
+    assert not panel.item("join")["enabled"]
     panel.press("cancel")
     radio.table = [TABLE[1], TABLE[0].replace("-48", "-72"), TABLE[5]]
     panel.press("scan")
@@ -124,6 +135,8 @@ def test_under_way(radio, panel):
     assert 3 * [0] == [item["textFormat"] for item in panel.ask("look")  # plain text
                        if MARKUP in item.get("text", "")]
     panel.press("cancel")
+    panel.run("bar.problem = 'as long as this '.repeat(9)")
+    assert panel.item("address")["lineCount"] > 3
 
     # The end of a join does nothing to a sheet that was opened since.
     panel.join_nowhere()
@@ -155,8 +168,8 @@ def test_screen_reader_and_tabulator(panel):
                 "ListItem Grüße WPA3, signal 2 of 4", "ListItem Lab WEP WEP, signal 1 of 4",
                 "ListItem Twin several kinds of protection, signal 1 of 4",
                 f"ListItem {MARKUP} WPA2, signal 1 of 4",
-                "ListItem \033[31mred open, signal 0 of 4", "Button Hidden network …")
-    assert len(panel.all("color", "LockIcon")) == 6
+                "ListItem \033[31mred unsupported, signal 0 of 4", "Button Hidden network …")
+    assert len(panel.all("color", "LockIcon")) == 7
     assert panel.all("opacity", "QQuickRectangle").count(0.2) == 18
     panel.press("Lab Enterprise")
     assert panel.all("inputMethodHints") == [68, 70]  # of Qt; and dots for the password
@@ -174,6 +187,7 @@ def test_screen_reader_and_tabulator(panel):
     panel.press("wiredTab")
     panel.shows(address="stored ipaddr")
     assert panel.all("inputMethodHints") == [8, 8, 8]
+    assert panel.all("text", "Label") == ["Address", "Gateway", "Network mask", ""]
     panel.hears("PageTab Wi-Fi", "PageTab Wired", "EditableText Address", "EditableText Gateway",
                 "EditableText Network mask", "Button Store", "CheckBox Address by DHCP",
                 "StaticText")
@@ -197,6 +211,7 @@ def test_languages(radio, language, share):
         time.sleep(0.3)  # what moves has arrived
         assert comes_true(lambda: all(map(fits, panel.ask("look"))))
         items = panel.ask("picture", f"panel-{language}-{next(numbers)}.png")
+        assert len({item["right"] for item in items if item["objectName"] in SHEET}) < 2
         texts = panel.ask("hear") + [item["text"] for item in items if "textFormat" in item]
         assert language != "en_US" or [text for text in texts if not re.fullmatch(
             r"(\w+ )?(.*\[.*|10.*|WPA.*|WEP|Lab.*|Grüße|Twin|)", text)] == []

@@ -50,6 +50,7 @@ void ClientTest::impossibleSettings()
 {
     const std::pair<JoinSettings, QString> cases[] = {
         {{"Lab", Security::Wpa, QString(63, 'a'), "", false, 24h}, ""},
+        {{"Lab", Security::Open, "", "", false, 1s}, ""},
         {{"Lab", Security::Enterprise, "lovelace", "", false}, "identity"},
         {{"Lab", Security::Enterprise, "", "ada", false}, "password"},
         {{"Lab", Security::Automatic, "abcdefgh", "", true}, "hidden"},

@@ -61,10 +61,10 @@ class Keeper:
         for line in self.process.stderr:
             self.lines.append(line.removeprefix("bxwifictl: ").rstrip())
 
-    def says(self, *expected, after=0, within=20):
+    def says(self, *expected, after=0):
         """Exactly these come next and, in its seconds, not before that time."""
         begun = time.monotonic()
-        assert comes_true(lambda: len(self.lines) >= len(expected), within), self.lines
+        assert comes_true(lambda: len(self.lines) >= len(expected), 20), self.lines
         assert self.lines == list(expected)
         assert (time.monotonic() - begun) * SPEED >= after
         self.lines.clear()

@@ -69,7 +69,6 @@ void Keeper::onState()
     state = client.state();
     switch (state) {
     case WifiClient::Unavailable:
-        current.clear();
         said.clear();
         sayOnce(DaemonAway);
         return;

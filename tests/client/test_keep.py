@@ -69,9 +69,9 @@ class Keeper:
         assert (time.monotonic() - begun) * SPEED >= after
         self.lines.clear()
 
-    def rests(self):
-        """Has nothing to say for ten of its seconds."""
-        assert not comes_true(lambda: self.lines, 10 / SPEED), self.lines
+    def rests(self, seconds=10):
+        """Has nothing to say for so long, in its seconds."""
+        assert not comes_true(lambda: self.lines, seconds / SPEED), self.lines
 
     def ends(self):
         """Its status and all that it has said."""
@@ -160,6 +160,8 @@ def test_keep(bed, radio):
 
     # Away for a moment, then with other keys: each is tried once, with longer and longer pauses;
     # when a further network is seen, all begins anew.
+    on_air("B")
+    keeper.rests(7)
     on_air("A", "B")
     keeper.rests()
     networks = deepcopy(radio.networks)

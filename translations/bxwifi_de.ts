@@ -550,8 +550,8 @@
         <translation>--security ist open, wpa, wpa3, wep oder peap</translation>
     </message>
     <message>
-        <source>--timeout takes whole seconds, from 1 to %1 (a day)</source>
-        <translation>--timeout nimmt ganze Sekunden, von 1 bis %1 (ein Tag)</translation>
+        <source>--timeout takes whole seconds</source>
+        <translation>--timeout nimmt ganze Sekunden</translation>
     </message>
     <message>
         <source>%1 takes no option --%2</source>

@@ -85,7 +85,7 @@ QString JoinSettings::problem() const
     QString nameProblem = ssidProblem(ssid);
     if (!nameProblem.isEmpty())
         return nameProblem;
-    if (timeout < std::chrono::seconds(1) || timeout > longestTimeout)
+    if (timeout <= std::chrono::seconds(0) || timeout > longestTimeout)
         return Problem::tr("a time limit is one second to one day");
     if (hasControlCharacter(secret + identity))
         return Problem::tr("control characters in a passphrase, password or identity");

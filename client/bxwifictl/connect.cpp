@@ -235,9 +235,10 @@ ExitStatus connectTo(const Command &command)
     JoinSettings settings;
     if (const ExitStatus status = takeSettings(command.options, settings))
         return status;
-    JoinSettings name; // without all that is not known yet
-    name.ssid = settings.ssid;
-    if (const QString problem = name.problem(); !problem.isEmpty())
+    JoinSettings known; // what is already
+    known.ssid = settings.ssid;
+    known.timeout = settings.timeout;
+    if (const QString problem = known.problem(); !problem.isEmpty())
         return failUsage(problem);
 
     const QDeadlineTimer limit(settings.timeout);

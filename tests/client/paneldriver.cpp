@@ -4,6 +4,8 @@
 // The panel on a screen that is not there, for test_examples.py: does what each line of standard
 // input asks for, and answers with a line of JSON.
 
+#include <bxwifi/joinsettings.h>
+
 #include <QAccessible>
 #include <QGuiApplication>
 #include <QJsonArray>
@@ -73,13 +75,19 @@ QJsonArray hear(const QAccessibleInterface *in)
     return found;
 }
 
-/// What the expressions keep that are run.
+/// For the expressions that are run: what they keep, and what QML does not see.
 class Memory : public QQmlPropertyMap
 {
     Q_OBJECT
 
 public:
     Memory() : QQmlPropertyMap(this, nullptr) {}
+    Q_INVOKABLE QString rewritten(const QString &code)
+    {
+        QString problem;
+        const auto settings = BxWifi::JoinSettings::fromUri(code, &problem);
+        return problem + settings.problem() + settings.toUri();
+    }
     Q_INVOKABLE void erase(const QString &name)
     {
         const auto *object = value(name).value<QObject *>();

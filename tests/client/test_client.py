@@ -2,7 +2,9 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The client library, by the panel's client."""
 
+import json
 import re
+import time
 
 from harness.bed import comes_true
 from harness.bus import Bus, signal
@@ -16,6 +18,37 @@ HOME = {"ssid": "Home", "psk": key_of("Home")}
 OTHER = "connectTo('Other', 'wrong horse', '', Security.Wpa)"
 CLIENT = "Qt.createQmlObject('import BxWifi 1.0; WifiClient {}', tabs)"
 REFUSED = "wrong passphrase or key; "
+
+
+CODES = [
+    ("WIFI:T:WPA;S:Lab;P:correct horse;;", "WIFI:T:WPA;S:Lab;P:correct horse;;"),
+    ("wifi:;P:12345678;Z:x;H:True;S:Lab;T:sae\n", "WIFI:T:SAE;S:Lab;P:12345678;H:true;;"),
+    ("WIFI:S:Lab;P:left over;;", "WIFI:T:nopass;S:Lab;;"),
+    (r'WIFI:T:WEP;S:\"Say\"\; a\,b\:c\\;P:"ab\"cd";;',
+     r'WIFI:T:WEP;S:\"Say\"\; a\,b\:c\\;P:ab\"cd;;'),
+    (r'WIFI:T:WEP;S:"a\";P:6162636465;;', r'WIFI:T:WEP;S:\"a\";P:abcde;;'),
+    ("WIFI:T:nopass;S:4772c3bcc39f65;;", "WIFI:T:nopass;S:Grüße;;"),
+    ('WIFI:S:"4c6162";;', 'WIFI:T:nopass;S:"4c6162";;'),
+    ("WIFI:S:CAFE;;", 'WIFI:T:nopass;S:"CAFE";;'),
+    ("WIFI:T:WPA2-EAP;S:Lab;E:PEAP;PH2:GTC;A:anyone;I:ada;P:lovelace;;",
+     "WIFI:T:WPA2-EAP;S:Lab;E:PEAP;PH2:MSCHAPV2;I:ada;P:lovelace;;")]
+
+
+def test_codes(panel):
+    """They are written as all phones read them."""
+    for code, plain in CODES:
+        for text in code, plain:
+            assert panel.run(f"memory.rewritten({json.dumps(text)})") == plain
+
+
+def test_impossible_joins(panel):
+    for request, words in (
+            (f"connectTo('Home', '{63 * 'a'}')", "wrong passphrase"),  # that is a possible one
+            ("connectTo('Lab', 'lovelace', '', Security.Enterprise)", "takes an identity"),
+            ("connectTo('Lab', '', 'ada', Security.Enterprise)", "takes an identity"),
+            ("connectToHidden('Lab', Security.Automatic, 'abcdefgh')", "hidden network"),
+            (r"connectTo('\0', '')", "UTF-8")):
+        assert words in panel.outcome(request), request
 
 
 def test_goes_back_with_what_it_joined(radio, panel):
@@ -46,14 +79,19 @@ def test_gives_up_and_gives_way(radio, panel):
     assert panel.outcome("connectTo('Elsewhere', 'x')") == "no such network in sight; back in Home"
     assert radio.stored() == ["Home"]
 
-    # Twice: at once.
-    panel.begin(OTHER)
-    panel.reaches("Associating")
-    radio.table = []
-    panel.run("memory.reply.abort()")
-    panel.reaches("Returning")
-    panel.run("memory.reply.abort()")
-    assert panel.outcome() == "given up; the device is in no network now"
+    for is_repeated in True, False:  # which ends the way back at once
+        radio.begin(HOME)
+        panel.shows(state="Home")
+        panel.begin(OTHER)
+        panel.reaches("Associating")
+        radio.table = []
+        panel.run("memory.reply.abort()")
+        panel.reaches("Returning")
+        begin = time.monotonic()
+        if is_repeated:
+            panel.run("memory.reply.abort()")
+        assert panel.outcome() == "given up; the device is in no network now"
+        assert (time.monotonic() - begin < 20) == is_repeated
 
 
 def test_forgets_a_lost_connection(radio, panel):

@@ -40,6 +40,7 @@ def test_completion(tmp_path, shell, script, file):
 
     verbs = re.findall(r"^  (?:-., )?([a-z-]+)  ", run(BXWIFICTL, "--help"), re.MULTILINE)
     assert offers("") == set(verbs) >= {"connect", "wired", "--help"}
+    assert offers("-") >= {"--help", "--version"}
     for verb in "connect", "scan", "wired":
         options = re.findall(r"--[a-z-]+", run(BXWIFICTL, verb, "--help"))
         assert offers(verb, "--") == {*options, "--help"} >= {"--json"}

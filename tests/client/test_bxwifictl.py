@@ -151,6 +151,9 @@ def test_language(radio, monkeypatch):
     assert '"security":"open"' in bxwifictl("scan", "--json")[1]
     monkeypatch.setenv("LANGUAGE", "fr:en_GB:de")
     assert bxwifictl("nonsense")[2].startswith("bxwifictl: no verb")
+    table = bxwifictl("scan")
+    monkeypatch.setenv("LOCPATH", "/nonexistent")  # where it says how wide a character is
+    assert bxwifictl("scan") == table
 
 
 # By what the supplicant says of an access point: what is told of it.

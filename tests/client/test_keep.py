@@ -181,7 +181,10 @@ def test_keep(bed, radio):
     # Another client comes first, also while the keeper is joining one that does not answer.
     radio.networks = networks
     radio.meet = lambda *_: None
-    on_air("A", "B")
+    radio.table = TABLE[:2]
+    radio.disconnect()  # it rests, but nobody has asked for that
+    for query in "statusRequest", "ssidRequest", "ipRequest":
+        bed.bus.call(query)
     keeper.says(SEARCHING, "joining A")
     radio.table = [TABLE[1]]
     del radio.meet

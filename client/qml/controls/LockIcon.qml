@@ -9,7 +9,6 @@ Item {
 
     implicitWidth: 12
     implicitHeight: 16
-    Accessible.ignored: true // whoever shows it says it in words
 
     Rectangle { // shackle
         x: 2

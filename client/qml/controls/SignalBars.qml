@@ -9,7 +9,6 @@ Row {
     property color color
 
     spacing: 2
-    Accessible.ignored: true // whoever shows it says it in words
 
     Repeater {
         model: 4

@@ -54,7 +54,7 @@ Join::Heritage Join::giveWay()
     const bool isReturning = failure.error != WifiReply::NoError;
     failure = {WifiReply::Superseded, tr("another network was asked for meanwhile")};
     const bool leaves = !isReturning && isToBeRemoved();
-    const Heritage heritage{before, leaves ? addedName() : QString(), isDisturbed};
+    Heritage heritage{before, leaves ? addedName() : QString(), isDisturbed};
     reply.fail(failure.error, failure.text);
     end();
     return heritage;
@@ -215,7 +215,7 @@ QString Join::hindranceText() const
 std::optional<JoinPlan> Join::wayBack() const
 {
     const bool isReplaced = attempt && before->ssid == settings.ssid && !attempt->takesStored();
-    const std::optional<JoinPlan> storedWay = returnPlan(*before);
+    std::optional<JoinPlan> storedWay = returnPlan(*before);
     if (storedWay && !isReplaced)
         return storedWay;
     if (client.joined && client.joined->ssid == before->ssid)
@@ -285,7 +285,7 @@ void Join::end()
 
 QString Join::timeOutText() const
 {
-    const QString text =
+    QString text =
         tr("not joined within %1 s").arg(static_cast<qint64>(settings.timeout.count()));
     if (settings.security != Security::Wpa3)
         return text;

@@ -285,8 +285,7 @@ void Join::end()
 
 QString Join::timeOutText() const
 {
-    QString text =
-        tr("not joined within %1 s").arg(static_cast<qint64>(settings.timeout.count()));
+    QString text = tr("not joined within %1 s").arg(static_cast<qint64>(settings.timeout.count()));
     if (settings.security != Security::Wpa3)
         return text;
     return text + tr("; the passphrase may be wrong, or the supplicant's configuration file may "

@@ -37,7 +37,7 @@ class Panel:
         """Has the client begin this."""
         self.run(f"memory.outcome = '', memory.reply = wifi.{request}, (reply => reply.finished."
                  "connect(() => (memory.outcome = JSON.stringify([reply.errorText, reply.result]),"
-                 " reply === memory.reply && memory.clear('reply'))))(memory.reply)")
+                 " reply === memory.reply && (memory.reply = null))))(memory.reply)")
 
     def reaches(self, stage):
         assert comes_true(lambda: self.run(f"memory.reply.stage === WifiReply.{stage}"), 40)

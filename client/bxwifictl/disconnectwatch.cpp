@@ -45,11 +45,11 @@ void DisconnectWatch::hearAddress()
     step = Nothing;
 }
 
-void DisconnectWatch::hear(const WifiStatus &status, bool isScanning)
+void DisconnectWatch::hear(const WifiStatus &status, bool isScanning, bool wasJoined)
 {
     step = Nothing;
     if (isFirst)
-        left = isResting(status.supplicantState);
+        left = wasJoined && isResting(status.supplicantState);
     isFirst = false;
     if (left && isRefuted(status.supplicantState, isScanning)) {
         left = false;

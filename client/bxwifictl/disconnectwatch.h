@@ -7,7 +7,8 @@
 
 /// Tells a network that was left on purpose from one that was lost, by what the daemon says: a
 /// client that disconnects has it say three things in a row, and then the supplicant rests. So does
-/// one that was told earlier, before anybody watched.
+/// one that was told earlier, before anybody watched. But one that has started with nothing that it
+/// may join rests, too.
 class DisconnectWatch
 {
 public:
@@ -20,7 +21,8 @@ public:
     void hearName(const QString &ssid);
     void hearAddress();
     /// `isScanning`: a client has asked for a scan, so that the supplicant does not rest.
-    void hear(const BxWifi::WifiStatus &status, bool isScanning);
+    /// `wasJoined`: the device was in a network since it was booted.
+    void hear(const BxWifi::WifiStatus &status, bool isScanning, bool wasJoined);
 
 private:
     enum Step { Nothing, Lost, Told, Named };

@@ -112,7 +112,7 @@ void Keeper::onEvent(WifiClient::Event event)
 
 void Keeper::onStatus(const WifiStatus &status)
 {
-    disconnectWatch.hear(status, client.isScanning());
+    disconnectWatch.hear(status, client.isScanning(), remembered.isOfThisBoot());
     needsRelink |= status.supplicantState.isEmpty();
     if (needsRelink)
         relink();

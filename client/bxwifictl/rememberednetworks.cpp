@@ -10,6 +10,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
+#include <QSysInfo>
 
 #include <algorithm>
 #include <optional>
@@ -23,6 +24,7 @@ constexpr int mostNetworks = 50; // more than a device meets; the one joined lon
 constexpr int largestFile_bytes = 64 * 1024;
 constexpr int longestSsid_bytes = 32;
 
+const QString bootKey = QStringLiteral("boot");
 const QString listKey = QStringLiteral("networks");
 const QString ssidKey = QStringLiteral("ssid");
 const QString securityKey = QStringLiteral("security");
@@ -35,9 +37,9 @@ QJsonObject jsonOf(const RememberedNetworks::Network &network)
             {joinedKey, network.joined.toString(Qt::ISODate)}};
 }
 
-std::optional<QVector<RememberedNetworks::Network>> networksIn(const QByteArray &text)
+std::optional<QVector<RememberedNetworks::Network>> networksIn(const QJsonObject &content)
 {
-    const QJsonValue list = QJsonDocument::fromJson(text).object().value(listKey);
+    const QJsonValue list = content.value(listKey);
     if (!list.isArray())
         return std::nullopt;
     QVector<RememberedNetworks::Network> networks;
@@ -63,10 +65,12 @@ QString RememberedNetworks::load()
         return {};
     if (!source.open(QIODevice::ReadOnly))
         return setAside(source.errorString());
-    const auto found = networksIn(source.read(largestFile_bytes));
+    const QJsonObject content = QJsonDocument::fromJson(source.read(largestFile_bytes)).object();
+    const auto found = networksIn(content);
     if (!found)
         return setAside(QStringLiteral("no list of networks"));
     networks = *found;
+    boot = content.value(bootKey).toString();
     return {};
 }
 
@@ -85,14 +89,21 @@ bool RememberedNetworks::contains(const QString &ssid) const
                        [&](const Network &network) { return network.ssid == ssid; });
 }
 
+bool RememberedNetworks::isOfThisBoot() const
+{
+    return !boot.isEmpty() && boot == QString::fromLatin1(QSysInfo::bootUniqueId());
+}
+
 /// Nothing is written when nothing changes but the time: flash memory wears.
 QString RememberedNetworks::note(const QString &ssid, Security security)
 {
-    if (!networks.isEmpty() && networks[0].ssid == ssid && networks[0].security == security)
+    if (isOfThisBoot() && !networks.isEmpty() && networks[0].ssid == ssid &&
+        networks[0].security == security)
         return {};
     const auto others = std::remove_if(networks.begin(), networks.end(),
                                        [&](const Network &other) { return other.ssid == ssid; });
     networks.erase(others, networks.end());
+    boot = QString::fromLatin1(QSysInfo::bootUniqueId());
     networks.prepend({ssid, security, QDateTime::currentDateTimeUtc()});
     networks.resize(std::min(networks.size(), mostNetworks));
     return save();
@@ -111,7 +122,7 @@ QString RememberedNetworks::save() const
     QJsonArray list;
     for (const Network &network : networks)
         list.append(jsonOf(network));
-    const QByteArray text = QJsonDocument(QJsonObject{{listKey, list}}).toJson();
+    const QByteArray text = QJsonDocument(QJsonObject{{bootKey, boot}, {listKey, list}}).toJson();
     QSaveFile target(file);
     // On a full disk it is flush() that fails; commit() alone would put an empty file in place.
     if (target.open(QIODevice::WriteOnly) && target.write(text) == text.size() && target.flush() &&

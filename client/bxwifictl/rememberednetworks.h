@@ -30,11 +30,14 @@ public:
 
     const QVector<Network> &all() const { return networks; }
     bool contains(const QString &ssid) const;
+    /// Whether a network was joined since the device was booted.
+    bool isOfThisBoot() const;
 
 private:
     QString setAside(const QString &why) const;
     QString save() const;
 
     QString file;
+    QString boot; ///< In which the last network was joined
     QVector<Network> networks;
 };

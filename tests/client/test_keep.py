@@ -108,6 +108,10 @@ def test_state(radio):
         assert Keeper(ELSEWHERE, "--once").ends() == (0, [DAMAGED, *said])
         assert names_in(ELSEWHERE) == ["A"]
         assert (ELSEWHERE / f"{FILE}.damaged").read_text() == text
+    # In no network since the device was booted: there was none to be left.
+    (ELSEWHERE / FILE).write_text(json.dumps({"networks": [entry("A")]}))
+    radio.disconnect()
+    assert Keeper(ELSEWHERE, "--once").ends() == (0, [SEARCHING, "joining A", online("A")])
     # A disk with no room for a further file.
     subprocess.run(["mount", "-t", "tmpfs", "-o", "nr_blocks=1", "full", ELSEWHERE], check=True)
     (ELSEWHERE / FILE).write_text('{"networks":[]}')
@@ -183,6 +187,7 @@ def test_keep(bed, radio):
     radio.meet = lambda *_: None
     radio.table = TABLE[:2]
     radio.disconnect()  # it rests, but nobody has asked for that
+    keeper.rests(7)
     for query in "statusRequest", "ssidRequest", "ipRequest":
         bed.bus.call(query)
     keeper.says(SEARCHING, "joining A")

@@ -23,17 +23,10 @@ constexpr auto addressDelay = 800ms;
 constexpr auto secondAddressDelay = 5s;
 // What is joined as it is stored shows by its state alone whether it can be joined at all.
 constexpr auto watchInterval = 2s;
-
-/// Else a wrong key is that of the network before, which the supplicant has tried once more on the
-/// way, after a removal.
-bool isKeyTold(Security security)
-{
-    return security != Security::Open && security != Security::Wep;
-}
 } // namespace
 
-Attempt::Attempt(DaemonLink &daemon, JoinPlan wanted, Failures believed, Handlers told)
-    : link(daemon), plan(std::move(wanted)), failures(believed), handlers(std::move(told))
+Attempt::Attempt(DaemonLink &daemon, JoinPlan wanted, Failures taken, Handlers told)
+    : link(daemon), plan(std::move(wanted)), believed(taken), handlers(std::move(told))
 {
 }
 
@@ -76,9 +69,12 @@ void Attempt::follow()
     handlers.stage(WifiReply::Associating);
     QObject::connect(&link, &DaemonLink::statusMessage, context.get(),
                      [this](Status::Code status) { onStatus(status); });
-    link.call(DaemonCall::fullStatus(), context.get(), [this](const Answer &answer) {
+    // Two questions, between which the daemon passes on what was waiting.
+    link.askStatus(context.get(), [this](const Answer &answer) {
         if (answer.isWithoutSupplicant())
             fail(WifiReply::NoSupplicant, DaemonLink::noSupplicant());
+        else
+            failures = believed;
     });
     if (plan.takesStored)
         QTimer::singleShot(watchInterval, context.get(), [this] { watch(); });
@@ -114,7 +110,7 @@ void Attempt::onStatus(Status::Code status)
         isConfirming = true;
         return;
     case Status::WrongKey:
-        if (failures == Believed && isKeyTold(plan.security))
+        if (failures == Believed)
             fail(WifiReply::WrongKey, tr("wrong passphrase or key"));
         return;
     case Status::TemporarilyDisabled:

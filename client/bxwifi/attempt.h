@@ -28,7 +28,9 @@ public:
         std::function<void(WifiReply::Stage)> stage;
         std::function<void(const Result &)> done; ///< Called once at most
     };
-    /// Whether the supplicant's word that it gave a network up is taken to be about this one.
+    /// Whether the supplicant's word that it gave a network up is taken to be about this one, from
+    /// the second answer after its calls on: what it says at once is about a network that it was
+    /// leaving.
     enum Failures { Believed, Ignored };
 
     Attempt(DaemonLink &link, JoinPlan plan, Failures failures, Handlers handlers);
@@ -58,7 +60,8 @@ private:
 
     DaemonLink &link;
     JoinPlan plan;
-    Failures failures;
+    Failures believed;
+    Failures failures = Ignored; ///< So far
     Handlers handlers;
     bool isStoring = false;
     bool wasStored = false;

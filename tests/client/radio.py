@@ -169,6 +169,7 @@ class Radio(FakeSupplicant):
         is_right = kind == OPEN or secret in (SECRET, key_of(network["ssid"]))
         if refusal and not is_right:
             self.send_event(f"<3>CTRL-EVENT-SSID-TEMP-DISABLED id=0 reason={refusal}")
+            threading.Timer(2, self.associate, [self.candidates]).start()
             return
         address = "ip_address=10.20.2.15\n" if is_right and self.has_addresses else ""
         self.connection = (f"{point}mode=station\npairwise_cipher=CCMP\ngroup_cipher=TKIP\n"

@@ -9,7 +9,7 @@ import termios
 from contextlib import suppress
 
 BXWIFICTL = os.environ.get("BXWIFICTL")
-ATTENTIVE = ["env", "--default-signal", BXWIFICTL]  # to signals, whatever this was started with
+ATTENTIVE = ["env", "--default-signal"]  # to signals, whatever this was started with
 
 
 def bxwifictl(*arguments, given=""):
@@ -19,23 +19,20 @@ def bxwifictl(*arguments, given=""):
     return run.returncode, run.stdout, run.stderr
 
 
-def on_terminal(*arguments, answers=(), number=0, controlled=True):
-    """Runs it on a terminal of its own and, as often as it asks, types an answer; sends it a signal
-    at the last question. Returns its status and what the terminal shows."""
+def on_terminal(*arguments, answers=(), ctty=True, variable="TERM=xterm"):
+    """Runs it on a terminal of its own and, as often as it asks, types an answer. Its status and
+    what the terminal shows."""
     terminal, inside = pty.openpty()
     before = termios.tcgetattr(inside)
-    command = ["setsid", *["--ctty"] * controlled, *ATTENTIVE[:-1], "TERM=xterm", BXWIFICTL,
-               *arguments]
+    session = ["setsid", *["--ctty"] * ctty, *ATTENTIVE, variable]
     shown = b""
-    with subprocess.Popen(command, stdin=inside, stdout=inside, stderr=inside) as run:
+    with subprocess.Popen([*session, BXWIFICTL, *arguments], stdin=inside, stdout=inside,
+                          stderr=inside) as run:
         for answer in answers:
-            question = b""
-            while not question.endswith(b": "):
-                question += os.read(terminal, 4096)
-            shown += question
+            shown += os.read(terminal, 4096)
+            while not shown.endswith(b": "):
+                shown += os.read(terminal, 4096)
             os.write(terminal, answer)
-        if number:
-            run.send_signal(number)
     assert termios.tcgetattr(inside) == before
     os.close(inside)
     with suppress(OSError):  # the end

@@ -11,9 +11,9 @@ import pytest
 
 BXWIFICTL = Path(os.environ["BXWIFICTL"])
 # Given the file and what stands behind the command, each prints what the shell would offer.
-BASH = """source "$0"; compopt() { echo "$@"; }; COMP_WORDS=(bxwifictl "$@"); COMP_CWORD=$#
-          COMP_LINE=$(sed 's/ \\([:=]\\) /\\1/g' <<<"${COMP_WORDS[*]}x")
-          COMP_LINE=${COMP_LINE%x} COMP_POINT=${#COMP_LINE}; _bxwifictl
+BASH = """source "$0"; compopt() { echo "$@"; }; COMP_WORDS=(bxwifictl "$@" after) COMP_CWORD=$#
+          COMP_LINE=$(sed 's/ \\([:=]\\) /\\1/g' <<<"bxwifictl $*x")
+          COMP_LINE=${COMP_LINE%x} COMP_POINT=${#COMP_LINE}; COMP_LINE+=" after"; _bxwifictl
           last=${!#}; [[ $last != [\\"\\']* ]] || COMPREPLY=("${last:0:1}$COMPREPLY${last:0:1}")
           eval "printf '%s\\n' ${COMPREPLY[*]}" """
 ZSH = """_describe() { print -l -- ${verbs%%:*} ${options%%:*} $short }

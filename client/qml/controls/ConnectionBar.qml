@@ -30,7 +30,6 @@ Pane {
                 maximumLineCount: 1
                 elide: Text.ElideRight
                 textFormat: Text.PlainText // names come from strangers
-                Accessible.role: Accessible.StatusBar
                 Accessible.name: text
                 text: {
                     switch (bar.client.state) {

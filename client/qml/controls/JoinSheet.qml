@@ -229,7 +229,6 @@ Dialog {
             wrapMode: Text.Wrap
             font.bold: true
             width: parent.width
-            Accessible.role: Accessible.AlertMessage
             Accessible.name: text
         }
         Label {
@@ -238,7 +237,6 @@ Dialog {
             text: sheet.progress
             wrapMode: Text.Wrap
             width: parent.width
-            Accessible.role: Accessible.StatusBar
             Accessible.name: text
         }
         RowLayout {

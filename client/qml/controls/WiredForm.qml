@@ -95,7 +95,6 @@ Pane {
             objectName: "message"
             Layout.fillWidth: true
             wrapMode: Text.Wrap
-            Accessible.role: Accessible.AlertMessage
             Accessible.name: text
         }
         Item { Layout.fillHeight: true }

@@ -9,84 +9,75 @@ from pathlib import Path
 
 from harness.bed import comes_true
 
-from radio import SECRET
-
 PANEL = Path(os.environ.get("PANEL", ""))
 SCREEN = {"QT_QPA_PLATFORM": "offscreen", "QT_QUICK_BACKEND": "software",
           "ASAN_OPTIONS": "detect_leaks=0"}  # Qt leaves that screen behind
+# All visible items, the one of a name, and what they and the focus show.
+MEMORY = """memory.items = (parent = contentItem.parent) => [].concat(...Array.from(parent.children)
+    .filter(item => item.visible).map(item => [item, ...memory.items(item)])),
+memory.item = name => memory.items().find(item => item.objectName === name) || {},
+memory.texts = () => Object.assign({focus: activeFocusItem && activeFocusItem.objectName},
+    ...memory.items().map(item => ({[item.objectName]: item.text}))),
+memory.begin = reply => (memory.outcome = '', memory.reply = reply, reply.finished.connect(
+    () => memory.outcome = JSON.stringify([reply.errorText || reply.result])))"""
 
 
 class Panel:
     def __init__(self, **environment):
         self.process = subprocess.Popen([PANEL], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                         env=os.environ | SCREEN | environment, text=True)
+        self.run(MEMORY.replace("\n", ""))
 
     def close(self):
         self.process.stdin.close()
         assert self.process.wait(20) == 0
 
-    def ask(self, command, what=""):
-        print(command, what, sep="\t", file=self.process.stdin, flush=True)
-        return json.loads(self.process.stdout.readline())
-
     def run(self, expression):
         """The value of an expression in the panel's QML."""
-        return self.ask("run", expression)[0]
+        print(f"JSON.stringify([{expression}])", file=self.process.stdin, flush=True)
+        return json.loads(self.process.stdout.readline())[-1]
 
     def begin(self, request):
-        """Has the client begin this."""
-        self.run(f"memory.outcome = '', memory.reply = wifi.{request}, (reply => reply.finished."
-                 "connect(() => (memory.outcome = JSON.stringify([reply.errorText, reply.result]),"
-                 " reply === memory.reply && (memory.reply = null))))(memory.reply)")
+        self.run(f"memory.begin(wifi.{request})")
+
+    def waits(self, expression, seconds=40):
+        """Until it is true."""
+        assert comes_true(lambda: self.run(expression), seconds), (
+            expression, self.run("driver.hear()"))
 
     def reaches(self, stage):
-        assert comes_true(lambda: self.run(f"memory.reply.stage === WifiReply.{stage}"), 40)
+        self.waits(f"memory.reply.stage === WifiReply.{stage}")
 
     def outcome(self, request=None):
         """What it ends with: a sentence, or the result."""
         if request:
             self.begin(request)
-        assert comes_true(lambda: self.run("memory.outcome"), 70), request
-        problem, result = json.loads(self.run("memory.outcome"))
-        return problem or result
+        self.waits("memory.outcome", 70)
+        return json.loads(self.run("memory.outcome"))[0]
 
-    def item(self, name):
-        """What is to be seen of it; nothing is hidden."""
-        return next((item for item in self.ask("look") if item["objectName"] == name), {})
+    def all(self, kind, value):
+        """What this is of each item of that kind."""
+        return self.run(f"memory.items().filter(item => /^{kind}/.test(item)).map(item => {value})")
 
-    def all(self, field, kind=None):
-        """This of each item that has it and is of that kind."""
-        return [item[field] for item in self.ask("look")
-                if field in item and kind in (None, item["type"])]
-
-    def shows(self, focus=None, **texts):
-        """These come to be seen, or not, if None."""
-        def look():
-            items = {item["objectName"]: item for item in self.ask("look")}
-            return focus and items.get(focus, {}).get("activeFocus"), {
-                name: items.get(name, {}).get("text") for name in texts}
-        expected = (focus and True, texts)
-        assert comes_true(lambda: look() == expected, 40), look()
+    def shows(self, **texts):
+        """These come to be seen, or not, if None; and what has the focus."""
+        def seen():
+            found = self.run("memory.texts()")
+            return {name: found.get(name) for name in texts}
+        assert comes_true(lambda: seen() == texts, 40), seen()
 
     def hears(self, *expected):
         """Whoever has the screen read comes to hear this, in one go."""
-        assert comes_true(lambda: "\n".join(expected) in "\n".join(self.ask("hear")), 40), (
-            self.ask("hear"))
+        self.waits(f"driver.hear().join('\\n').includes({json.dumps(chr(10).join(expected))})")
 
-    def press(self, name):
-        assert comes_true(lambda: self.item(name).get("enabled"), 40), name
-        self.ask("focus", name)
-        self.ask("key", "Space")
+    def press(self, *names, secret=None):
+        """One after the other; types what is asked for then."""
+        for name in map(json.dumps, names):
+            self.waits(f"memory.item({name}).enabled")
+            self.run(f"memory.item({name}).forceActiveFocus(), driver.key('Space')")
+        if secret:
+            self.type("secret", secret)
 
     def type(self, field, text, end="Return"):
         self.shows(focus=field)
-        self.ask("key", "Ctrl+A")
-        self.ask("type", text)
-        self.ask("key", end)
-
-    def join_nowhere(self):
-        self.press("hidden")
-        self.type("name", "Nowhere", "Tab")
-        self.type("kinds", "", "Tab")
-        self.type("secret", SECRET)
-        self.shows(progress="Joining the network …")
+        self.run(f"activeFocusItem.text = '{text}', driver.key('{end}')")

@@ -72,6 +72,7 @@ class Radio(FakeSupplicant):
         self.table = list(self.full_table)
         self.has_addresses = True
         self.answers = {}
+        vars(self).pop("react", None)
         self.saved = [{"disabled": False, **network} for network in networks]
         self.networks = dict(enumerate(deepcopy(self.saved)))
         self.disconnect()

@@ -31,9 +31,7 @@ QStringList heard(const QAccessibleInterface *in)
         const QStringList texts{qAccessibleRoleString(child->role()),
                                 child->text(QAccessible::Name),
                                 child->text(QAccessible::Description),
-                                state.passwordEdit                   ? "hidden"
-                                : state.selected && state.selectable ? "selected"
-                                                                     : ""};
+                                state.selected && state.selectable ? "selected" : ""};
         if (!state.invisible)
             found << texts.join(' ').trimmed() << heard(child);
     }

@@ -202,7 +202,6 @@ Dialog {
             inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
             width: parent.width
             Accessible.description: placeholderText // Qt keeps the name of a hidden text to itself
-            Accessible.passwordEdit: !reveal.checked
             onAccepted: sheet.join()
         }
         CheckBox {

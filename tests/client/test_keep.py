@@ -24,13 +24,10 @@ os.environ |= {"LD_PRELOAD": "/usr/$LIB/faketime/libfaketimeMT.so.1", "FAKETIME"
 STATE, ELSEWHERE = Path("/tmp/state"), Path("/tmp/elsewhere")
 FILE = "networks.json"
 DAMAGED = (f"{ELSEWHERE}/{FILE}: no list of networks; set aside as {ELSEWHERE}/{FILE}.damaged")
-NO_DAEMON = "waiting for the daemon bxwifid"
 NO_SUPPLICANT = "the daemon has no supplicant; relinking"
 RELINKED = "the daemon has its supplicant"
 HANDS_OFF = "another client joins; hands off for a minute"
 SEARCHING = "in no network; looking for one that is remembered"
-NOTHING_IN_SIGHT = "no remembered network in sight"
-LEFT = "disconnected on purpose; waiting for a join"
 
 
 def online(name):
@@ -159,7 +156,7 @@ def test_keep(bed, radio):
     keeper.says(SEARCHING, "joining C", forgotten("C"), "joining A", online("A"))
     assert 60 <= (time.monotonic() - joined) * SPEED
     assert radio.stored() == ["(Open)", "A", "(B)"]
-    assert stranger.ends() == (6, [SEARCHING, NOTHING_IN_SIGHT])
+    assert stranger.ends() == (6, [SEARCHING, "no remembered network in sight"])
     keeper.rests()
 
     # Away for a moment, then with other keys: each is tried once, with longer and longer pauses;
@@ -201,12 +198,12 @@ def test_keep(bed, radio):
     left = Keeper(STATE, "--once", "--json")
     assert json.loads(left.process.stdout.readline())["event"] == "left"
     assert left.ends() == (0, [])
-    keeper.says(LEFT)
+    keeper.says("disconnected on purpose; waiting for a join")
     on_air("A")
     keeper.says(SEARCHING, "joining A", online("A"))
 
     bed.daemon.stop()
-    keeper.says(NO_DAEMON)
+    keeper.says("waiting for the daemon bxwifid")
     assert Keeper(ELSEWHERE, "--once").ends() == (3, ["the daemon bxwifid is not running"])
     bed.daemon.start()
     keeper.says(online("A"))

@@ -36,20 +36,18 @@ def check_answers(bed):
     call(bed, "ipRequest", "statusMessage(0)", "ssidResult(office)", "ipResult(10.0.0.7)")
 
 
-def happens(bed, entry):
-    assert comes_true(lambda: entry in bed.journal.entries()), bed.journal.entries()
+def relink(bed, leads_to):
+    bed.bus.call("wpaConnectRequest")
+    assert comes_true(lambda: leads_to in bed.journal.entries()), bed.journal.entries()
 
 
 def supplicant_dies(bed):
     bed.supplicant.kill()
-    call(bed, "statusRequest", "statusMessage(1)")
     shutil.rmtree(DIRECTORY)
-    bed.bus.call("wpaConnectRequest")
-    happens(bed, request_line("RECONFIGURE", "false"))
+    relink(bed, request_line("RECONFIGURE", "false"))
     call(bed, "statusRequest", "statusMessage(1)")
     bed.supplicant.start()
-    bed.bus.call("wpaConnectRequest")
-    happens(bed, "RECONFIGURE")
+    relink(bed, "RECONFIGURE")
 
 
 def tool_does(script):

@@ -56,23 +56,21 @@ void ToolsTest::killedWhileStarting()
     close(ends[0]);
 }
 
-static void forkAndLook(int *status)
-{
-    const pid_t child = fork();
-    if (child == 0) {
-        int signal = 0;
-        prctl(PR_GET_PDEATHSIG, &signal);
-        _exit(signal);
-    }
-    waitpid(child, status, 0);
-}
-
 void ToolsTest::anotherThreadForks()
 {
     static int found = -1;
+    static const auto forkAndLook = [] {
+        found = 0;
+        const pid_t child = fork();
+        if (child == 0) {
+            prctl(PR_GET_PDEATHSIG, &found);
+            _exit(found);
+        }
+        waitpid(child, &found, 0);
+    };
     const auto beforeFork = [] {
         if (found == -1)
-            std::thread(forkAndLook, &(found = -2)).join();
+            std::thread(forkAndLook).join();
     };
     pthread_atfork(beforeFork, nullptr, nullptr);
     ToolProcess().run("true", {});

@@ -17,7 +17,6 @@ from .supplicant import DIRECTORY, FakeSupplicant
 
 FAKE_TOOL = Path(__file__).with_name("fake-tool")
 TOOLS = ("fw_printenv", "fw_setenv", "ifconfig", "route", "sync", "udhcpc", "wpa_passphrase")
-EXIT_WAIT = 15  # seconds; a supplicant that does not answer SAVE_CONFIG costs 10
 # What log lines look like: Qt's warnings can be told from them, and their source can be seen. A Qt
 # that is built for it would send them elsewhere when there is no terminal.
 LOGGING = {"QT_MESSAGE_PATTERN": "%{if-warning}Warning %{endif}%{if-category}%{category} %{endif}"
@@ -100,7 +99,7 @@ class Daemon:
         return self.exit_status()
 
     def exit_status(self):
-        status = self.process.wait(EXIT_WAIT)
+        status = self.process.wait(15)  # A supplicant that does not answer SAVE_CONFIG costs 10 s.
         log = self.log_file.read_text(errors="replace")
         assert (status, re.findall("^Warning .*|.*Sanitizer.*", log, re.M)) == (0, []), log
         return status
